@@ -8,7 +8,7 @@ racine=$(cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 
 # Debian packages that the program needs; ./test adds those of each kind of test.
 # shellcheck disable=SC2034
-paquets_programme=(g++ cmake ninja-build libgmp-dev libntl-dev)
+paquets_programme=(g++ cmake ninja-build libgmp-dev libntl-dev libpari-dev)
 
 dire() { printf 'premiers: %s\n' "$*" >&2; }
 

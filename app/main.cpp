@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// The door: a session on the standard streams. The exit status is 1 when the operator closes the
+// program, 2 when it cannot go on (memory, output), with one line on standard error.
+#include <exception>
+#include <new>
+
+#include "app/menu.h"
+#include "console/flux_standard.h"
+
+namespace {
+
+constexpr int statut_panne = 2;
+
+}  // namespace
+
+int main() {
+  using namespace premiers;
+  try {
+    Session session{Entree(entree_standard()), Sortie(sortie_standard()), attendre_apres_la_fin};
+    return menu(session);
+  } catch (const std::bad_alloc&) {
+    dire_erreur("memoire insuffisante");
+  } catch (const std::exception& panne) {
+    dire_erreur(panne.what());
+  }
+  return statut_panne;
+}

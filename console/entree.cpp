@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "console/entree.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "console/sortie.h"
+
+namespace premiers {
+
+namespace {
+
+constexpr std::size_t taille_tampon = std::size_t{1} << 16U;
+
+/// The blanks of the C locale, whatever the environment says.
+constexpr bool blanc(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+}  // namespace
+
+Source source_texte(std::string_view texte) {
+  auto position = std::make_shared<std::size_t>(0);
+  return {[texte = std::string(texte), position](std::span<char> place) {
+            const std::size_t n = texte.copy(place.data(), place.size(), *position);
+            *position += n;
+            return n;
+          },
+          [] { return true; }};
+}
+
+Entree::Entree(Source source) : source_(std::move(source)), tampon_(taille_tampon) {}
+
+bool Entree::remplir(Sortie& sortie) {
+  if (!fin_ && !source_.prete()) sortie.vider();
+  position_ = 0;
+  plein_ = fin_ ? 0 : source_.lire(tampon_);
+  fin_ = plein_ == 0;
+  if (fin_) sortie.vider();
+  return !fin_;
+}
+
+bool Entree::passer_blancs(Sortie& sortie) {
+  do {
+    while (position_ < plein_ && blanc(tampon_[position_])) ++position_;
+  } while (position_ == plein_ && remplir(sortie));
+  return position_ < plein_;
+}
+
+Entree::Lecture Entree::lire_mot(Sortie& sortie) {
+  l1_ = 0;
+  if (!passer_blancs(sortie)) return Lecture::fin;
+  bool convient = true;
+  do {
+    const auto debut = tampon_.begin() + static_cast<std::ptrdiff_t>(position_);
+    const auto bout = tampon_.begin() + static_cast<std::ptrdiff_t>(plein_);
+    const auto fin_mot = std::find_if(debut, bout, blanc);
+    const auto n = static_cast<std::size_t>(fin_mot - debut);
+    convient = convient && l1_ + n <= longueur_max && std::find(debut, fin_mot, '\0') == fin_mot;
+    if (convient) {
+      std::copy(debut, fin_mot, entree_.data() + l1_);
+      l1_ += n;
+    }
+    position_ += n;
+  } while (position_ == plein_ && remplir(sortie));
+  return convient ? Lecture::mot : Lecture::mot_refuse;
+}
+
+}  // namespace premiers

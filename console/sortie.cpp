@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "console/sortie.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+#include <sstream>
+#include <utility>
+
+namespace premiers {
+
+namespace {
+
+/// 64 KiB: a pipe's own buffer; from 16 KiB to 256 KiB the speed is the same.
+constexpr std::size_t taille_tampon = std::size_t{1} << 16U;
+
+}  // namespace
+
+Sortie::Sortie(Puits puits)
+    : puits_(std::move(puits)), tampon_(taille_tampon), vide_a_(std::chrono::steady_clock::now()) {}
+
+void Sortie::vider() {
+  vide_a_ = std::chrono::steady_clock::now();
+  const std::string_view tout(tampon_.data(), std::exchange(plein_, 0));
+  if (!tout.empty() && !puits_(tout)) throw SortiePerdue();
+}
+
+void Sortie::vider_si_tard() {
+  if (plein_ > 0 && std::chrono::steady_clock::now() - vide_a_ >= patience) vider();
+}
+
+Sortie& operator<<(Sortie& sortie, std::string_view texte) {
+  while (!texte.empty()) {
+    if (sortie.plein_ == sortie.tampon_.size()) sortie.vider();
+    const std::size_t n = std::min(texte.size(), sortie.tampon_.size() - sortie.plein_);
+    std::memcpy(sortie.tampon_.data() + sortie.plein_, texte.data(), n);
+    sortie.plein_ += n;
+    texte.remove_prefix(n);
+  }
+  return sortie;
+}
+
+Sortie& operator<<(Sortie& sortie, std::int64_t nombre) {
+  std::array<char, 20> texte{};  // a sign and 19 digits
+  const char* fin = std::to_chars(texte.data(), texte.data() + texte.size(), nombre).ptr;
+  return sortie << std::string_view(texte.data(), static_cast<std::size_t>(fin - texte.data()));
+}
+
+Sortie& operator<<(Sortie& sortie, const NTL::ZZ& nombre) {
+  if (NTL::NumBits(nombre) < 63) return sortie << NTL::conv<std::int64_t>(nombre);
+  std::ostringstream texte;
+  texte.imbue(std::locale::classic());
+  texte << nombre;
+  return sortie << texte.str();
+}
+
+}  // namespace premiers

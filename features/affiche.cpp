@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#include "features/affiche.h"
+
+#include <string_view>
+
+#include "console/controle.h"
+#include "console/ecran.h"
+#include "console/entrees.h"
+#include "features/listing.h"
+#include "primes/suites.h"
+
+namespace premiers {
+
+namespace {
+
+namespace texte {
+
+// np is the rank of the last known prime, P that prime.
+constexpr std::string_view menu[] = {
+    " \n \n \n \t AFFICHAGE DE SELECTIONS DES NOMBRES PREMIERS DEJA CALCULES. ",
+    " \n \n \t Le dernier nombre premier calcule est \t [ {np} : {P} ] .",
+    " \n \n \t Voulez vous faire : ",
+    " \n \n \t \t [1] - Voir un nombre premier dont le rang donne est inferieur a {np} ? ",
+    " \n \n \t \t [2] - Voir le plus grand nombre premier majore par un nombre inferieur a {P} ? ",
+    " \n \n \t \t [3] - Voir tous les nombres premiers dont les rangs sont compris entre deux "
+    "limites inferieures a {np} ? ",
+    " \n \n \t \t [4] - Voir tous les nombres premiers compris entre deux bornes inferieures a {P} "
+    "? ",
+    " \n \n \t \t [5] - Chercher les nombres premiers consecutifs de difference fixee, compris "
+    "entre deux bornes inferieures a {P} ? ",
+    " \n \n \t \t [0] - Reprendre les calculs des nombres premiers superieurs a {P} de rang  {np} "
+    "? ",
+};
+constexpr std::string_view choix = "\n \n \n \t Quel est votre choix ? : ";
+
+constexpr std::string_view resultat = " \n \n \t [ {rang} : {premier} ] ";
+constexpr std::string_view entre_les_deux = " \n  ";
+constexpr std::string_view debut_de_liste = " \n \n ";
+
+// [1] and [2]
+constexpr std::string_view rang = " \n \n \t Rang du nombre ? : ";
+constexpr std::string_view majorant_du_nombre = "\n \n \t Majorant du nombre ? : ";
+
+// [3]
+constexpr std::string_view plus_petit_rang = "\n \n \t Plus petit rang ? : ";
+constexpr std::string_view plus_grand_rang = "\n \t Plus grand rang ? : ";
+
+// [4] and [5]
+constexpr std::string_view minorant = "\n \n \t Minorant ? : ";
+constexpr std::string_view majorant = "\n \n \t Majorant ? : ";
+
+// [5]
+constexpr std::string_view difference =
+    "\n \n \t Difference entre les nombres premiers consecutifs cherches ? : ";
+constexpr std::string_view minimum =
+    " \n \n \t Minimum de nombres premiers consecutifs pour que l'affichage ait lieu ? : ";
+constexpr std::string_view suite = " \n    {numero}  :  ";
+
+}  // namespace texte
+
+/// A rank of the table.
+std::int64_t demander_rang(Session& s, std::string_view question) {
+  for (;;) {
+    const std::int64_t r = demander_nombre(s, Cas::nombre, question);
+    if (1 <= r && r <= s.etat.Nprem.np()) return r;
+  }
+}
+
+/// A value not above the last known prime.
+std::int64_t demander_valeur(Session& s, std::string_view question) {
+  for (;;) {
+    const std::int64_t maj = demander_nombre(s, Cas::nombre, question);
+    if (maj <= s.etat.Nprem.dernier()) return maj;
+  }
+}
+
+struct Rangs {
+  std::int64_t premier;
+  std::int64_t dernier;
+};
+
+Rangs demander_rangs(Session& s) {
+  for (;;) {
+    const std::int64_t r1 = demander_rang(s, texte::plus_petit_rang);
+    s.sortie << texte::entre_les_deux;
+    const std::int64_t r = demander_rang(s, texte::plus_grand_rang);
+    if (r1 <= r) return {r1, r};
+  }
+}
+
+/// Asks two bounds; gives the ranks of the primes between them, none if dernier < premier.
+Rangs demander_bornes(Session& s) {
+  const Table& Nprem = s.etat.Nprem;
+  for (;;) {
+    const std::int64_t maj1 = demander_valeur(s, texte::minorant);
+    s.sortie << texte::entre_les_deux;
+    const std::int64_t maj = demander_valeur(s, texte::majorant);
+    if (maj1 <= maj) return {Nprem.rang_suivant(maj1), Nprem.rang(maj)};
+  }
+}
+
+/// A single prime; rank 0 shows the 0 of slot 0.
+void imprimer_seul(Session& s, std::int64_t rang) {
+  dessiner(s.sortie, texte::resultat, {{"rang", rang}, {"premier", s.etat.Nprem[rang]}});
+}
+
+void imprimer_liste(Session& s, Rangs rangs) {
+  s.sortie << texte::debut_de_liste;
+  lister_rangs(s, rangs.premier, rangs.dernier);
+}
+
+void premier_de_rang(Session& s) { imprimer_seul(s, demander_rang(s, texte::rang)); }
+
+void plus_grand_majore(Session& s) {
+  imprimer_seul(s, s.etat.Nprem.rang(demander_valeur(s, texte::majorant_du_nombre)));
+}
+
+void entre_deux_rangs(Session& s) { imprimer_liste(s, demander_rangs(s)); }
+
+void entre_deux_bornes(Session& s) { imprimer_liste(s, demander_bornes(s)); }
+
+void suites_de_difference(Session& s) {
+  const Rangs rangs = demander_bornes(s);
+  const std::int64_t dif = demander_nombre(s, Cas::nombre, texte::difference);
+  std::int64_t doub = 0;
+  while (doub < 2) doub = demander_nombre(s, Cas::nombre, texte::minimum);
+
+  s.sortie << texte::debut_de_liste;
+  Suites suites(dif, doub);
+  s.etat.Nprem.parcourir(rangs.premier, rangs.dernier, [&](std::int64_t rang, std::int64_t p) {
+    const std::int64_t a_montrer = suites.suivant(p);
+    if (a_montrer == 0) return;
+    if (a_montrer == doub) dessiner(s.sortie, texte::suite, {{"numero", suites.numero()}});
+    EntreesRangees entrees(s.sortie);
+    s.etat.Nprem.parcourir(rang - a_montrer + 1, rang,
+                           [&](std::int64_t r, std::int64_t q) { entrees.ecrire(r, q); });
+  });
+}
+
+}  // namespace
+
+void affiche(Session& s) {
+  for (;;) {
+    const Table& Nprem = s.etat.Nprem;
+    dessiner(s.sortie, texte::menu, {{"np", Nprem.np()}, {"P", Nprem.dernier()}});
+    switch (demander_choix(s, Cas::menu_consultation, texte::choix)) {
+      case 1:
+        premier_de_rang(s);
+        break;
+      case 2:
+        plus_grand_majore(s);
+        break;
+      case 3:
+        entre_deux_rangs(s);
+        break;
+      case 4:
+        entre_deux_bornes(s);
+        break;
+      case 5:
+        suites_de_difference(s);
+        break;
+      default:
+        return;
+    }
+  }
+}
+
+}  // namespace premiers

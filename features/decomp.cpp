@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "features/decomp.h"
+
+#include <string_view>
+
+#include "console/controle.h"
+#include "console/suivre.h"
+#include "primes/facteurs.h"
+
+namespace premiers {
+
+namespace {
+
+namespace texte {
+constexpr std::string_view titre =
+    "\n"
+    "______________________________________________________________________________________________"
+    "_____________"
+    " \n \n \t *****  DECOMPOSITION D'UN ENTIER N EN FACTEURS PREMIERS.  ***** ";
+constexpr std::string_view quel_N = " \n \n \n \t N ? : ";
+constexpr std::string_view resultat = " \n \n \t ";
+constexpr std::string_view est_premier = "  est un nombre premier. ";
+constexpr std::string_view egale = " =  ";
+constexpr std::string_view fois = " X ";
+constexpr std::string_view autre_N = "\n \n \t Nouvelle valeur de N ? Oui [1] , Non [0] : ";
+}  // namespace texte
+
+/// N is prime, or the product of its prime powers; the empty product for 1.
+void imprimer(Sortie& sortie, const NTL::ZZ& N, const Facteurs& facteurs) {
+  sortie << texte::resultat << N;
+  if (facteurs.size() == 1 && facteurs.front().exposant == 1) {
+    sortie << texte::est_premier;
+    return;
+  }
+  sortie << texte::egale;
+  std::string_view separateur;
+  for (const auto& [premier, exposant] : facteurs) {
+    sortie << separateur << "(" << premier << ")";
+    if (exposant != 1) sortie << "^" << exposant;
+    separateur = texte::fois;
+  }
+}
+
+}  // namespace
+
+void decomp(Session& s) {
+  s.sortie << texte::titre;
+  do {
+    const NTL::ZZ N = demander_grand_nombre(s, texte::quel_N);
+    const Facteurs facteurs = decomposer(N, suivre(s, "decomposition"));
+    noter_decomposition(s.etat.dette, facteurs);
+    imprimer(s.sortie, N, facteurs);
+  } while (demander_choix(s, Cas::oui_non, texte::autre_N) == 1);
+}
+
+}  // namespace premiers

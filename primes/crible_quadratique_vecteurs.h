@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// The loops of the quadratic sieve that do the same to every prime, to every byte or to every row.
+//
+// Written once, in plain C++; compiled three times, for any processor, for AVX2 and for AVX-512,
+// and chosen when the program runs. The compiler makes vectors of 4, 8 or 16 lanes of them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace premiers::quadratique {
+
+/// The arrays indexed by prime have a multiple of this many elements.
+inline constexpr std::size_t largeur_vecteurs = 32;
+
+/// Primes must be below, for the float arithmetic.
+inline constexpr std::uint32_t borne_premiers = std::uint32_t{1} << 21;
+
+struct Vecteurs {
+  /// Moves n roots r < p by steps d < p, up or down, modulo p.
+  void (*monter)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p, std::size_t n);
+  void (*descendre)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p,
+                    std::size_t n);
+  /// r = a * b modulo p for n elements; a, b < max(p, 4096); reciproque = 1 / p.
+  void (*multiplier)(std::uint32_t* r, const std::uint32_t* a, const std::uint32_t* b,
+                     const std::uint32_t* p, const float* reciproque, std::size_t n);
+  /// Appends to `liste` the indices i < n for which x mod p[i] is r1[i] or r2[i]; x < 2^20.
+  void (*reperer)(std::uint32_t x, const std::uint32_t* p, const float* reciproque,
+                  const std::uint32_t* r1, const std::uint32_t* r2, std::size_t n,
+                  std::vector<std::uint32_t>& liste);
+  /// Appends to `liste` the indices of the bytes whose bit 7 is set; n is a multiple of 64.
+  void (*relever)(const std::uint8_t* octets, std::size_t n, std::vector<std::uint32_t>& liste);
+  /// Copies those of n numbers that are below `borne` to `liste`, which has room for n + 16; gives
+  /// how many there are.
+  std::size_t (*retenir)(const std::uint32_t* nombres, std::size_t n, std::uint32_t borne,
+                         std::uint32_t* liste);
+  /// Adds (modulo 2) to each row of a bit matrix of `mots` words a row, from the word of group g
+  /// on, that of 256 sums which its eight bits in columns 8g .. 8g + 7 tell.
+  void (*eliminer)(std::uint64_t* bits, std::size_t lignes, std::size_t mots, std::size_t g,
+                   const std::uint64_t* sommes);
+};
+
+/// The best version for this processor.
+const Vecteurs& vecteurs();
+
+}  // namespace premiers::quadratique

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// A factor of a composite of 127 to 380 bits by the elliptic curve method: the continuation of
+// facteurs128.h. It finds factors of up to some 15 digits long before a sieve would.
+#pragma once
+
+#include <NTL/ZZ.h>
+
+#include <cstddef>
+#include <optional>
+
+namespace premiers {
+
+inline constexpr long bits_facteur_long = 380;
+
+/// How much ECM: so many curves with these bounds.
+struct EffortEcm {
+  unsigned courbes;
+  std::size_t b1;  ///< at most ecm::b1_maximal
+  std::size_t b2;  ///< at most the reach of ecm::paires_longues
+};
+
+/// A proper factor of n, not necessarily prime; nothing if the curves did not find one, or if n is
+/// longer than bits_facteur_long. n must be odd, composite, greater than 2^64, and should have no
+/// factor below 1000. `premiere` is the index of the first curve; others give other curves.
+std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
+                                        unsigned premiere = 0);
+
+}  // namespace premiers

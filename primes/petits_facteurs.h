@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// The small prime factors of a long integer.
+//
+// Dividing a long integer by every small prime means walking its words again and again. Here the
+// primes are multiplied together as far as the products fit a word; one walk gives the remainder by
+// a product, and what divides the integer divides the remainder, which takes one multiplication to
+// tell (petits_diviseurs.h). 300 primes cost 50 walks.
+#pragma once
+
+#include <NTL/ZZ.h>
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace premiers {
+
+/// Every prime factor below this is taken out. Larger bounds were tried on random integers of 25 to
+/// 60 digits: dividing by more primes than these takes longer than leaving them to ECM.
+inline constexpr std::uint64_t borne_petits_facteurs = 2011;
+
+struct PetitFacteur {
+  std::uint64_t premier;
+  std::int64_t exposant;
+};
+
+/// Divides n >= 1 by its prime factors below borne_petits_facteurs, as often as they go, and gives
+/// them by increasing prime.
+std::vector<PetitFacteur> retirer_petits_facteurs(NTL::ZZ& n);
+
+}  // namespace premiers

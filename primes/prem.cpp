@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "primes/prem.h"
+
+#include <cmath>
+#include <optional>
+#include <vector>
+
+#include "primes/bits.h"
+#include "primes/crible.h"
+#include "primes/entier128.h"
+#include "primes/facteurs.h"
+#include "primes/facteurs64.h"
+#include "primes/primalite.h"
+#include "primes/zz.h"
+
+namespace premiers {
+
+namespace {
+
+/// The sieved bytes up to `plus_grand_diviseur`: 333 KB, made when first needed.
+const std::vector<std::uint8_t>& diviseurs() {
+  static const std::vector<std::uint8_t> octets = [] {
+    std::vector<std::uint8_t> o(plus_grand_diviseur / 30 + 1);
+    Crible(0, o.size()).remplir(o);
+    return o;
+  }();
+  return octets;
+}
+
+/// The smallest prime factor of S if it is at most `plus_grand_diviseur`. Milliseconds if not.
+std::optional<std::uint64_t> petit_facteur(const NTL::ZZ& S) {
+  for (const long p : {2L, 3L, 5L}) {
+    if (NTL::divide(S, p) != 0) return static_cast<std::uint64_t>(p);
+  }
+  const auto& octets = diviseurs();
+  for (std::size_t o = 0; o < octets.size(); ++o) {
+    for (unsigned bits = octets[o]; bits != 0; bits &= bits - 1) {
+      const auto p = 30 * o + residus[static_cast<std::size_t>(std::countr_zero(bits))];
+      if (NTL::divide(S, static_cast<long>(p)) != 0) return p;
+    }
+  }
+  return std::nullopt;
+}
+
+/// The smallest prime factor of a composite S below 2^66.
+std::uint64_t facteur_certain(const NTL::ZZ& S) {
+  if (NTL::NumBits(S) <= 64) return plus_petit_facteur(en_entier64(S));
+  return en_entier64(decomposer(S).front().premier);
+}
+
+}  // namespace
+
+void Suiv(Table& Nprem) { Nprem.etendre_au_rang(Nprem.np() + 1); }
+
+void noter_division(Dette& dette, const NTL::ZZ& S) {
+  if (NTL::NumBits(S) > bits_borne_exacte) {
+    if (dette.borne_due >= plus_grand_diviseur) return;
+    if (const auto p = petit_facteur(S)) dette.noter(*p - 1);
+    return;
+  }
+  // A prime would raise the bound to its root, a composite to one less at most.
+  const auto n = en_entier128(S);
+  const Entier128 suivante = Entier128{dette.borne_due} + 1;
+  if (n < suivante * suivante) return;
+  if (est_premier(n)) {
+    noter_premier(dette, S);
+  } else if (n >= (suivante + 1) * (suivante + 1)) {
+    dette.noter(facteur_certain(S) - 1);
+  }
+}
+
+bool prem(const NTL::ZZ& S, Dette& dette) {
+  noter_division(dette, S);
+  return est_premier(S);
+}
+
+bool prem1(std::int64_t S3, Dette& dette) {
+  const auto n = static_cast<std::uint64_t>(S3);
+  const auto rS1 = static_cast<std::uint64_t>(std::sqrt(static_cast<double>(S3)));
+  if (n == 1 || (n != 2 && est_premier(n))) {
+    dette.noter(rS1);
+    return true;
+  }
+  if (rS1 > dette.borne_due) dette.noter(plus_petit_facteur(n) - 1);
+  return false;
+}
+
+}  // namespace premiers

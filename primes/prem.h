@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// The thin routines that tie the engine to the table of primes: the next prime, and two tests that
+// decide at once and note what division would have obliged the table to (primes/dette.h).
+#pragma once
+
+#include <NTL/ZZ.h>
+
+#include <cstdint>
+
+#include "primes/dette.h"
+#include "primes/table.h"
+
+namespace premiers {
+
+/// Extends the table by exactly one prime, the next after the largest known.
+void Suiv(Table& Nprem);
+
+/// Whether S >= 0 is prime.
+bool prem(const NTL::ZZ& S, Dette& dette);
+
+/// Whether S3 >= 0 passes division by the primes up to its root in double precision, every one of
+/// them tried: true for the primes but 2, and for 1.
+bool prem1(std::int64_t S3, Dette& dette);
+
+/// The note of `prem` without its answer: free where S is too small to raise the bound, so a caller
+/// with many numbers begins with the largest.
+/// From `borne_exacte` on a prime leaves no note, and a composite leaves one only if its smallest
+/// factor is at most `plus_grand_diviseur`: finding a larger one would cost more than it tells.
+void noter_division(Dette& dette, const NTL::ZZ& S);
+
+/// 2^66: the root of a smaller number is below Dette::borne_max.
+inline constexpr int bits_borne_exacte = 66;
+inline constexpr std::uint64_t plus_grand_diviseur = 10'000'000;
+
+}  // namespace premiers

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: MIT
+#include "primes/table.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "primes/bits.h"
+
+namespace premiers {
+
+namespace {
+
+/// The directory's grain: one cache line, 1,920 integers.
+constexpr std::size_t octets_par_ligne = 64;
+constexpr std::size_t octets_par_mot = 8;
+constexpr std::int64_t entiers_par_octet = 30;
+constexpr std::int64_t entiers_par_mot = entiers_par_octet * std::int64_t{octets_par_mot};
+
+/// 2, 3 and 5, which have no bit.
+constexpr std::array<std::uint8_t, 4> premiers_sans_bit{0, 2, 3, 5};
+constexpr std::int64_t nombre_sans_bit = 3;
+
+/// A block is this part of what is already sieved: what is sieved ahead stays below 7 %, and the
+/// sizes grow to what the sieve likes best within a hundred blocks.
+constexpr std::uint64_t part_d_avance = 16;
+/// The smallest block, 30,720 integers: sieved within some microseconds.
+constexpr std::uint64_t plus_petit_bloc = 1024;
+
+constexpr std::uint64_t octet_max =
+    static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) / 30 + 1;
+
+/// The bits of a word that stand for integers <= v, v counted from the first integer of the word.
+std::uint64_t masque_jusqu_a(std::uint64_t v) {
+  const std::uint64_t octets = std::min<std::uint64_t>(v / 30, octets_par_mot);
+  const auto bits = static_cast<std::uint64_t>(
+      std::upper_bound(residus.begin(), residus.end(), v % 30) - residus.begin());
+  const std::uint64_t n = std::min<std::uint64_t>(8 * octets + bits, 64);
+  return n == 0 ? 0 : ~std::uint64_t{0} >> (64 - n);
+}
+
+/// Clears the lowest `n` set bits.
+std::uint64_t sans_les_premiers(std::uint64_t mot, std::uint32_t n) {
+  for (; n > 0; --n) mot &= mot - 1;
+  return mot;
+}
+
+std::uint32_t nombre_de_bits(std::uint64_t mot) {
+  return static_cast<std::uint32_t>(std::popcount(mot));
+}
+
+}  // namespace
+
+/// The line that holds the n-th prime of the block, 1 <= n. Primes lie so evenly that the line in
+/// proportion is a few steps from the right one: two cache misses where a binary search has ten.
+std::size_t Table::Bloc::ligne_de(std::uint32_t n) const {
+  const std::size_t nombre = taille / octets_par_ligne;
+  std::size_t l = std::min(std::size_t{n} * nombre / (premiers + 1), nombre - 1);
+  while (lignes[l] >= n) --l;
+  while (l + 1 < nombre && lignes[l + 1] < n) ++l;
+  return l;
+}
+
+std::uint64_t Table::octets_cribles() const {
+  return blocs_.empty() ? 0 : blocs_.back().octet + blocs_.back().taille;
+}
+
+void Table::cribler_un_bloc() {
+  const std::uint64_t octet = octets_cribles();
+  if (!crible_) crible_.emplace(octet, octet_max);
+  const std::uint64_t souhait = octet / part_d_avance / octets_par_ligne * octets_par_ligne;
+  const auto taille = static_cast<std::size_t>(
+      std::clamp<std::uint64_t>(souhait, plus_petit_bloc, crible_->taille()));
+  const std::size_t lignes = taille / octets_par_ligne;
+  Bloc bloc{octet,
+            taille,
+            rangs_cribles_,
+            0,
+            std::make_unique_for_overwrite<std::uint8_t[]>(taille),
+            std::make_unique_for_overwrite<std::uint32_t[]>(lignes)};
+  blocs_.reserve(blocs_.size() + 1);
+  try {
+    crible_->remplir({bloc.octets.get(), taille});
+  } catch (...) {
+    crible_.reset();  // what it holds is half done; the next block begins anew
+    throw;
+  }
+  std::uint64_t rang = 0;
+  for (std::size_t l = 0; l < lignes; ++l) {
+    bloc.lignes[l] = static_cast<std::uint32_t>(rang);
+    rang += compter_bits({bloc.octets.get() + l * octets_par_ligne, octets_par_ligne});
+  }
+  bloc.premiers = static_cast<std::uint32_t>(rang);
+  blocs_.push_back(std::move(bloc));
+  rangs_cribles_ += static_cast<std::int64_t>(rang);
+}
+
+/// The number of primes <= v, v below what is sieved.
+std::int64_t Table::rang_crible(std::uint64_t v) const {
+  if (v < 7) {
+    return std::upper_bound(premiers_sans_bit.begin(), premiers_sans_bit.end(), v) -
+           premiers_sans_bit.begin() - 1;
+  }
+  const std::uint64_t octet = v / 30;
+  const Bloc& bloc =
+      *std::prev(std::upper_bound(blocs_.begin(), blocs_.end(), octet,
+                                  [](std::uint64_t o, const Bloc& b) { return o < b.octet; }));
+  const auto local = static_cast<std::size_t>(octet - bloc.octet);
+  const std::size_t ligne = local / octets_par_ligne;
+  const std::size_t mot = local / octets_par_mot * octets_par_mot;
+  const std::uint64_t masque = masque_jusqu_a(v - (bloc.octet + mot) * 30);
+  const std::uint8_t* debut = bloc.octets.get() + ligne * octets_par_ligne;
+  std::int64_t rang = bloc.rang + bloc.lignes[ligne];
+  for (const std::uint8_t* o = debut; o < bloc.octets.get() + mot; o += octets_par_mot) {
+    rang += std::popcount(lire_mot(o));
+  }
+  return rang + std::popcount(lire_mot(bloc.octets.get() + mot) & masque);
+}
+
+Table::Curseur Table::curseur(std::int64_t rang) const {
+  Curseur c{};
+  c.table_ = this;
+  c.rang = rang - 1;
+  if (rang > nombre_sans_bit) {
+    const auto bloc =
+        std::prev(std::lower_bound(blocs_.begin(), blocs_.end(), rang,
+                                   [](const Bloc& b, std::int64_t r) { return b.rang < r; }));
+    auto reste = static_cast<std::uint32_t>(rang - bloc->rang);
+    const std::size_t ligne = bloc->ligne_de(reste);
+    reste -= bloc->lignes[ligne];
+    c.bloc_ = static_cast<std::size_t>(bloc - blocs_.begin());
+    c.mot_ = ligne * (octets_par_ligne / octets_par_mot);
+    c.charger();
+    for (auto n = nombre_de_bits(c.reste_); reste > n; n = nombre_de_bits(c.reste_)) {
+      reste -= n;
+      ++c.mot_;
+      c.charger();
+    }
+    c.reste_ = sans_les_premiers(c.reste_, reste - 1);
+  }
+  c.avancer();
+  return c;
+}
+
+void Table::Curseur::charger() {
+  const Bloc& bloc = table_->blocs_[bloc_];
+  reste_ = lire_mot(bloc.octets.get() + mot_ * octets_par_mot);
+  base_ = static_cast<std::int64_t>(bloc.octet) * entiers_par_octet +
+          static_cast<std::int64_t>(mot_) * entiers_par_mot;
+}
+
+/// Loads the word of the next prime; false where that prime is 2, 3 or 5 and set at once.
+bool Table::Curseur::charger_suivant() {
+  if (rang <= nombre_sans_bit) {
+    premier = premiers_sans_bit[static_cast<std::size_t>(rang)];
+    return false;
+  }
+  if (rang == nombre_sans_bit + 1) {
+    charger();
+    return true;
+  }
+  do {
+    ++mot_;
+    if (mot_ * octets_par_mot == table_->blocs_[bloc_].taille) {
+      ++bloc_;
+      mot_ = 0;
+    }
+    charger();
+  } while (reste_ == 0);
+  return true;
+}
+
+void Table::lire(std::int64_t rang, std::span<std::int64_t> premiers) const {
+  Curseur c = curseur(rang);
+  for (std::int64_t& premier : premiers) {
+    premier = c.premier;
+    if (&premier != &premiers.back()) c.avancer();
+  }
+}
+
+std::int64_t Table::operator[](std::int64_t rang) const {
+  if (rang == 0) return 0;
+  if (rang == np_) return dernier_;
+  return curseur(rang).premier;
+}
+
+std::int64_t Table::rang(std::int64_t v) const {
+  if (v >= dernier_) return np_;
+  return v < 2 ? 0 : rang_crible(static_cast<std::uint64_t>(v));
+}
+
+void Table::etendre_au_rang(std::int64_t rang, const Suivi& suivi) {
+  if (rang <= np_) return;
+  while (rangs_cribles_ < rang || blocs_.empty()) {
+    cribler_un_bloc();
+    if (suivi) suivi(static_cast<double>(rangs_cribles_) / static_cast<double>(rang));
+  }
+  dernier_ = curseur(rang).premier;
+  np_ = rang;
+}
+
+void Table::etendre_au_dela(std::int64_t borne, const Suivi& suivi) {
+  if (dernier_ > borne) return;
+  const auto voulu = static_cast<std::uint64_t>(borne) / 30;
+  while (octets_cribles() <= voulu) {
+    cribler_un_bloc();
+    if (suivi) suivi(static_cast<double>(octets_cribles()) / static_cast<double>(voulu + 1));
+  }
+  etendre_au_rang(rang_crible(static_cast<std::uint64_t>(borne)) + 1, suivi);
+}
+
+}  // namespace premiers
