@@ -5,7 +5,7 @@
 #include <new>
 
 #include "app/menu.h"
-#include "console/flux_standard.h"
+#include "console/monde.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr int statut_panne = 2;
 int main() {
   using namespace premiers;
   try {
-    Session session{Entree(entree_standard()), Sortie(sortie_standard()), attendre_apres_la_fin};
+    Session session{Entree(entree_standard()), Sortie(sortie_standard()), monde_standard()};
     return menu(session);
   } catch (const std::bad_alloc&) {
     dire_erreur("memoire insuffisante");

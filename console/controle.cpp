@@ -114,7 +114,7 @@ void controle(Session& s, Cas cas, std::string_view chaine) {
   for (;;) {
     s.sortie << chaine;
     const Entree::Lecture lecture = s.entree.lire_mot(s.sortie);
-    if (lecture == Entree::Lecture::fin) s.fin_entree(fins++);
+    if (lecture == Entree::Lecture::fin) s.monde.fin_entree(fins++);
     if (lecture == Entree::Lecture::mot && accepte(s.etat, cas, s.entree.mot())) return;
   }
 }

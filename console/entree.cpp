@@ -27,13 +27,16 @@ Source source_texte(std::string_view texte) {
             *position += n;
             return n;
           },
-          [] { return true; }};
+          [] { return true; }, false};
 }
 
 Entree::Entree(Source source) : source_(std::move(source)), tampon_(taille_tampon) {}
 
 bool Entree::remplir(Sortie& sortie) {
-  if (!fin_ && !source_.prete()) sortie.vider();
+  if (!fin_ && !source_.prete()) {
+    attendue_ = true;
+    sortie.vider();
+  }
   position_ = 0;
   plein_ = fin_ ? 0 : source_.lire(tampon_);
   fin_ = plein_ == 0;
@@ -50,6 +53,7 @@ bool Entree::passer_blancs(Sortie& sortie) {
 
 Entree::Lecture Entree::lire_mot(Sortie& sortie) {
   l1_ = 0;
+  attendue_ = false;
   if (!passer_blancs(sortie)) return Lecture::fin;
   bool convient = true;
   do {
@@ -64,6 +68,9 @@ Entree::Lecture Entree::lire_mot(Sortie& sortie) {
     }
     position_ += n;
   } while (position_ == plein_ && remplir(sortie));
+  const bool ligne_finie = position_ + 1 == plein_ && tampon_[position_] == '\n';
+  validee_ = source_.terminal && attendue_ && ligne_finie;
+  total_ = sortie.total();
   return convient ? Lecture::mot : Lecture::mot_refuse;
 }
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string_view>
@@ -20,6 +21,8 @@ struct Source {
   std::function<std::size_t(std::span<char>)> lire;
   /// Whether `lire` would answer at once.
   std::function<bool()> prete;
+  /// Whether a person types there, line by line, and the terminal shows what is typed.
+  bool terminal = false;
 };
 
 /// A source that holds a whole session.
@@ -41,6 +44,11 @@ struct Entree {
   /// The word read last.
   std::string_view mot() const { return {entree_.data(), l1_}; }
 
+  /// Whether the last word ended the line that was just typed at a terminal, and how much had been
+  /// written by then.
+  bool validee_au_terminal() const { return validee_; }
+  std::uint64_t total_a_la_lecture() const { return total_; }
+
   static constexpr std::size_t longueur_max = 199;
 
  private:
@@ -52,6 +60,9 @@ struct Entree {
   std::size_t position_ = 0;
   std::size_t plein_ = 0;
   bool fin_ = false;
+  bool attendue_ = false;  // the last word was waited for
+  bool validee_ = false;
+  std::uint64_t total_ = 0;
   std::array<char, longueur_max> entree_{};
   std::size_t l1_ = 0;
 };

@@ -23,6 +23,7 @@ Sortie::Sortie(Puits puits)
 void Sortie::vider() {
   vide_a_ = std::chrono::steady_clock::now();
   const std::string_view tout(tampon_.data(), std::exchange(plein_, 0));
+  vides_ += tout.size();
   if (!tout.empty() && !puits_(tout)) throw SortiePerdue();
 }
 

@@ -44,12 +44,17 @@ struct Sortie {
   void avancer(const char* ou) { plein_ = static_cast<std::size_t>(ou - tampon_.data()); }
 
   static constexpr std::size_t place_max = 1024;
+
+  /// How many bytes have been written so far, handed over or not.
+  std::uint64_t total() const { return vides_ + plein_; }
+
   static constexpr std::chrono::milliseconds patience{20};
 
  private:
   Puits puits_;
   std::vector<char> tampon_;
   std::size_t plein_ = 0;
+  std::uint64_t vides_ = 0;  // bytes handed over
   std::chrono::steady_clock::time_point vide_a_;
 
   friend Sortie& operator<<(Sortie& sortie, std::string_view texte);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a long computation started by a dialogue does for the operator while it runs.
+// What a dialogue does for the operator while the engine computes for it: finished results do not
+// wait unwritten, and work that lasts shows that it lives.
 #pragma once
 
 #include <string_view>
@@ -9,8 +10,11 @@
 
 namespace premiers {
 
-/// Gives what the engine is to call now and then: no finished result waits unwritten while it
-/// computes. `quoi` names the work. Valid as long as the session.
+/// Gives what the engine is to call now and then. While it exists, and from two seconds on, one
+/// line on the terminal behind standard error tells `quoi` (a literal), how far it is and how long
+/// it will still take; it is redrawn by a timer, so it moves during calls into libraries too, and
+/// is wiped when the last copy of the result goes. It is drawn only where the cursor stands at the
+/// beginning of a line, just after the operator's Enter. Valid as long as the session.
 Suivi suivre(Session& s, std::string_view quoi);
 
 }  // namespace premiers

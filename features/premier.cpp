@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "features/premier.h"
 
+#include <new>
 #include <string_view>
 
 #include "console/controle.h"
@@ -57,6 +58,13 @@ constexpr std::string_view liste_depuis_le_debut =
     "  [ 1 : 2 ]   [ 2 : 3 ] ";
 constexpr std::string_view liste_suivants = " \n \n \t Nombres premiers suivants :  ";
 
+// On standard error.
+constexpr std::string_view calcul = "calcul des nombres premiers";
+constexpr std::string_view commande_trop_grande =
+    "commande refusee : tant de nombres premiers ne tiendraient pas en memoire";
+constexpr std::string_view dette_trop_grande =
+    "les nombres premiers que les calculs precedents demandent ne tiendraient pas en memoire";
+
 }  // namespace texte
 
 /// The table holds 2 and 3 only, as at the start.
@@ -79,16 +87,57 @@ bool deja_depassee(const Etat& etat) {
   return (etat.un && 0 < K && K < etat.Nprem.np()) || (-etat.Nprem.dernier() < K && K < 0);
 }
 
+/// The value of the command as it will be executed: a plain count has become the rank that it leads
+/// to, and wraps around like any sum.
+std::int64_t valeur_a_executer(const Etat& etat) {
+  const bool nombre_de_suivants = !etat.un && etat.valeur > 0;
+  return nombre_de_suivants ? somme_enroulee(etat.valeur, etat.Nprem.np()) : etat.valeur;
+}
+
+/// Whether so many bytes more can be had; if not, says on standard error what they are wanted for.
+bool tient_en_memoire(Session& s, double octets, std::string_view sinon) {
+  constexpr double reserve = 32 << 20;  // for everything else
+  if (octets == 0 || octets + reserve <= static_cast<double>(s.monde.memoire_libre())) return true;
+  s.sortie.vider();
+  s.monde.avertir(sinon);
+  return false;
+}
+
+/// Whether the table that the command needs fits into memory. What extends nothing always does.
+bool est_possible(Session& s) {
+  const Table& Nprem = s.etat.Nprem;
+  const std::int64_t K = valeur_a_executer(s.etat);
+  const double octets =
+      K > 0 ? Nprem.octets_jusqu_au_rang(K) : Nprem.octets_jusqu_au_dela(oppose_enroule(K));
+  return tient_en_memoire(s, octets, texte::commande_trop_grande);
+}
+
+/// Extends the table to what earlier decisions oblige it to. What does not fit into memory is
+/// dropped; the table stays as it is.
+void payer_la_dette(Session& s) {
+  Etat& etat = s.etat;
+  const auto borne = static_cast<std::int64_t>(etat.dette.borne_due);
+  if (tient_en_memoire(s, etat.Nprem.octets_jusqu_au_dela(borne), texte::dette_trop_grande)) {
+    try {
+      payer(etat.dette, etat.Nprem, suivre(s, texte::calcul));
+      return;
+    } catch (const std::bad_alloc&) {
+      s.sortie.vider();
+      s.monde.avertir(texte::dette_trop_grande);
+    }
+  }
+  etat.dette = {};
+}
+
 /// Extends the table as far as the command needs: to rank K, or to the first prime above -K.
 /// Gives the last rank to show; the first prime above -K is kept and not shown.
 std::int64_t etendre(Session& s, std::int64_t K) {
   Table& Nprem = s.etat.Nprem;
-  if (K > Nprem.np()) Nprem.etendre_au_rang(K, suivre(s, "calcul des nombres premiers"));
-  if (K >= 0) return Nprem.np();
-  const std::int64_t majorant = oppose_enroule(K);
-  if (Nprem.dernier() <= majorant) {
-    Nprem.etendre_au_dela(majorant, suivre(s, "calcul des nombres premiers"));
+  if (K >= 0) {
+    Nprem.etendre_au_rang(K, suivre(s, texte::calcul));
+    return Nprem.np();
   }
+  Nprem.etendre_au_dela(oppose_enroule(K), suivre(s, texte::calcul));
   return Nprem.np() - 1;
 }
 
@@ -96,9 +145,8 @@ std::int64_t etendre(Session& s, std::int64_t K) {
 std::int64_t executer(Session& s) {
   Etat& etat = s.etat;
   const std::int64_t np0 = etat.Nprem.np();
-  const bool rang_suivant_demande = !etat.un && etat.valeur > 0;
-  const std::int64_t K = rang_suivant_demande ? somme_enroulee(etat.valeur, np0) : etat.valeur;
   const bool debut = au_debut(etat.Nprem);
+  const std::int64_t K = valeur_a_executer(etat);
   const std::int64_t np1 = etendre(s, K);
   if (etat.un) {
     dessiner(s.sortie, texte::isole, {{"rang", np1}});
@@ -115,13 +163,13 @@ std::int64_t executer(Session& s) {
 
 void premier(Session& s) {
   Etat& etat = s.etat;
-  payer(etat.dette, etat.Nprem, suivre(s, "calcul des nombres premiers"));
+  payer_la_dette(s);
   dessiner(s.sortie, texte::accueil, {{"np", etat.Nprem.np()}, {"P", etat.Nprem.dernier()}});
   for (;;) {
     demander_commande(s);
     if (etat.voir) {
       affiche(s);
-    } else if (deja_depassee(etat)) {
+    } else if (deja_depassee(etat) || !est_possible(s)) {
       etat.un = false;
     } else if (executer(s) == 0) {
       return;

@@ -2,6 +2,7 @@
 #include "primes/table.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "primes/bits.h"
@@ -175,6 +176,26 @@ void Table::lire(std::int64_t rang, std::span<std::int64_t> premiers) const {
     premier = c.premier;
     if (&premier != &premiers.back()) c.avancer();
   }
+}
+
+double Table::octets_jusqu_au_dela(std::int64_t borne) const {
+  if (borne < dernier_) return 0;
+  // The bits, their lines, what is sieved ahead; and the sieve itself, whose primes up to the root
+  // take some bytes each.
+  constexpr double par_octet = (1 + 4.0 / octets_par_ligne) * (1 + 1.0 / part_d_avance);
+  constexpr double par_racine = 8;
+  const auto v = static_cast<double>(borne);
+  return (v / 30 - static_cast<double>(octets_cribles())) * par_octet + std::sqrt(v) * par_racine;
+}
+
+double Table::octets_jusqu_au_rang(std::int64_t rang) const {
+  if (rang <= np_) return 0;
+  // The n-th prime is below n (ln n + ln ln n) for n >= 6 (J. B. Rosser and L. Schoenfeld,
+  // "Approximate formulas for some functions of prime numbers", 1962).
+  const auto n = static_cast<double>(std::max<std::int64_t>(rang, 6));
+  const double p = n * (std::log(n) + std::log(std::log(n)));
+  constexpr double plus_grande = 9.2e18;
+  return octets_jusqu_au_dela(static_cast<std::int64_t>(std::min(p, plus_grande)));
 }
 
 std::int64_t Table::operator[](std::int64_t rang) const {

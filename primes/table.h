@@ -48,6 +48,11 @@ struct Table {
   /// Extends the table to the first prime greater than `borne`. No effect if one is known.
   void etendre_au_dela(std::int64_t borne, const Suivi& suivi = {});
 
+  /// At most about how many more bytes the table takes once it holds that rank, or the first prime
+  /// greater than `borne`.
+  double octets_jusqu_au_rang(std::int64_t rang) const;
+  double octets_jusqu_au_dela(std::int64_t borne) const;
+
   /// Fills `premiers` with the primes of the ranks from `rang` on, all in the table.
   void lire(std::int64_t rang, std::span<std::int64_t> premiers) const;
 

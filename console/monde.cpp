@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "console/monde.h"
+
+#include <chrono>
+#include <string>
+#include <thread>
+
+#include "systeme/systeme.h"
+
+namespace premiers {
+
+namespace {
+
+/// The pace of a prompt that is repeated at the end of input: the first repeat at once, then about
+/// ten a second, so that a forgotten pipe neither fills a disk nor burns a core.
+void attendre_apres_la_fin(int repetition) {
+  constexpr std::chrono::milliseconds pause{100};
+  if (repetition > 0) std::this_thread::sleep_for(pause);
+}
+
+}  // namespace
+
+Source entree_standard() {
+  return {systeme::lire_entree, systeme::entree_prete, systeme::entree_est_un_terminal()};
+}
+
+Puits sortie_standard() { return systeme::ecrire_sortie; }
+
+Monde monde_standard() {
+  Monde monde{attendre_apres_la_fin, dire_erreur, systeme::memoire_libre};
+  if (systeme::erreur_est_un_terminal()) monde.animer = systeme::ecrire_erreur;
+  return monde;
+}
+
+void dire_erreur(std::string_view ligne) {
+  systeme::ecrire_erreur("premiers: " + std::string(ligne) + "\n");
+}
+
+}  // namespace premiers

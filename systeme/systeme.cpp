@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include "systeme/systeme.h"
+
+#include <algorithm>
+#include <limits>
+
+#if defined(__unix__) || defined(__APPLE__)
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <fstream>
+#include <optional>
+#include <string>
+#else
+#include <cstdio>
+#endif
+
+namespace premiers::systeme {
+
+#if defined(__unix__) || defined(__APPLE__)
+
+namespace {
+
+bool attendre(int descripteur, short evenement, int delai_ms) {
+  pollfd attente{descripteur, evenement, 0};
+  return poll(&attente, 1, delai_ms) > 0;
+}
+
+/// An interrupted call, or a descriptor that somebody made non-blocking: to be tried again.
+bool a_reessayer(int descripteur, short evenement) {
+  if (errno == EINTR) return true;
+  if (errno != EAGAIN && errno != EWOULDBLOCK) return false;
+  attendre(descripteur, evenement, -1);
+  return true;
+}
+
+bool ecrire(int descripteur, std::string_view octets) {
+  while (!octets.empty()) {
+    const ssize_t n = write(descripteur, octets.data(), octets.size());
+    if (n >= 0) {
+      octets.remove_prefix(static_cast<std::size_t>(n));
+    } else if (!a_reessayer(descripteur, POLLOUT)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+constexpr std::uint64_t sans_limite = std::numeric_limits<std::uint64_t>::max();
+
+std::uint64_t difference_ou_zero(std::uint64_t a, std::uint64_t b) { return a > b ? a - b : 0; }
+
+/// The number that follows `nom` in a file of the system (its first number if `nom` is empty);
+/// nothing where there is no such file or number ("max", for one).
+std::optional<std::uint64_t> lire_nombre(const char* fichier, std::string_view nom = {}) {
+  std::ifstream flux(fichier);
+  for (std::string mot; !nom.empty() && flux >> mot;) {
+    if (mot == nom) break;
+  }
+  std::uint64_t nombre = 0;
+  if (flux >> nombre) return nombre;
+  return std::nullopt;
+}
+
+std::uint64_t memoire_de_la_machine() {
+  if (const auto kio = lire_nombre("/proc/meminfo", "MemAvailable:")) return *kio * 1024;
+  const long pages = sysconf(_SC_PHYS_PAGES);
+  const long taille = sysconf(_SC_PAGESIZE);
+  if (pages <= 0 || taille <= 0) return sans_limite;
+  return static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(taille);
+}
+
+/// Both versions of the control groups, as a process sees its own from within.
+std::uint64_t memoire_du_groupe() {
+  constexpr const char* fichiers[][2] = {
+      {"/sys/fs/cgroup/memory.max", "/sys/fs/cgroup/memory.current"},
+      {"/sys/fs/cgroup/memory/memory.limit_in_bytes",
+       "/sys/fs/cgroup/memory/memory.usage_in_bytes"},
+  };
+  for (const auto& [limite, usage] : fichiers) {
+    const auto permis = lire_nombre(limite);
+    const auto pris = lire_nombre(usage);
+    if (permis && pris) return difference_ou_zero(*permis, *pris);
+  }
+  return sans_limite;
+}
+
+std::uint64_t espace_d_adressage() {
+  rlimit limite{};
+  if (getrlimit(RLIMIT_AS, &limite) != 0 || limite.rlim_cur == RLIM_INFINITY) return sans_limite;
+  const std::uint64_t pages = lire_nombre("/proc/self/statm").value_or(0);
+  const long taille = sysconf(_SC_PAGESIZE);
+  return difference_ou_zero(limite.rlim_cur,
+                            pages * static_cast<std::uint64_t>(std::max(taille, 0L)));
+}
+
+/// What the timer calls. The one variable of the program that is global: a signal handler is
+/// handed nothing else.
+struct Rappel {
+  void (*geste)(void*);
+  void* sujet;
+};
+volatile Rappel rappel{nullptr, nullptr};
+
+void au_signal(int /*signal*/) {
+  const int avant = errno;
+  if (rappel.geste != nullptr) rappel.geste(rappel.sujet);
+  errno = avant;
+}
+
+void regler(int periode_ms) {
+  const timeval periode{periode_ms / 1000, periode_ms % 1000 * 1000};
+  const itimerval minuterie{periode, periode};
+  setitimer(ITIMER_REAL, &minuterie, nullptr);
+}
+
+}  // namespace
+
+std::size_t lire_entree(std::span<char> place) {
+  for (;;) {
+    const ssize_t n = read(STDIN_FILENO, place.data(), place.size());
+    if (n >= 0) return static_cast<std::size_t>(n);
+    if (!a_reessayer(STDIN_FILENO, POLLIN)) return 0;
+  }
+}
+
+bool entree_prete() { return attendre(STDIN_FILENO, POLLIN, 0); }
+
+bool ecrire_sortie(std::string_view octets) { return ecrire(STDOUT_FILENO, octets); }
+
+void ecrire_erreur(std::string_view octets) { ecrire(STDERR_FILENO, octets); }
+
+bool entree_est_un_terminal() { return isatty(STDIN_FILENO) == 1; }
+
+bool erreur_est_un_terminal() { return isatty(STDERR_FILENO) == 1; }
+
+std::uint64_t memoire_libre() {
+  return std::min({memoire_de_la_machine(), memoire_du_groupe(), espace_d_adressage()});
+}
+
+Minuterie::Minuterie(int periode_ms, void (*geste)(void*), void* sujet) {
+  rappel.sujet = sujet;
+  rappel.geste = geste;
+  struct sigaction action {};
+  action.sa_handler = au_signal;
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGALRM, &action, nullptr);
+  regler(periode_ms);
+}
+
+Minuterie::~Minuterie() {
+  regler(0);
+  rappel.geste = nullptr;
+}
+
+#else
+
+/// Line by line: the C library cannot tell whether a read would wait.
+std::size_t lire_entree(std::span<char> place) {
+  return std::fgets(place.data(), static_cast<int>(place.size()), stdin) == nullptr
+             ? 0
+             : std::string_view(place.data()).size();
+}
+
+bool entree_prete() { return false; }
+
+bool ecrire_sortie(std::string_view octets) {
+  return std::fwrite(octets.data(), 1, octets.size(), stdout) == octets.size() &&
+         std::fflush(stdout) == 0;
+}
+
+void ecrire_erreur(std::string_view octets) {
+  std::fwrite(octets.data(), 1, octets.size(), stderr);
+}
+
+bool entree_est_un_terminal() { return false; }
+
+bool erreur_est_un_terminal() { return false; }
+
+std::uint64_t memoire_libre() { return std::numeric_limits<std::uint64_t>::max(); }
+
+Minuterie::Minuterie(int /*periode_ms*/, void (* /*geste*/)(void*), void* /*sujet*/) {}
+Minuterie::~Minuterie() = default;
+
+#endif
+
+}  // namespace premiers::systeme

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// What the program asks of the operating system: the three standard streams, the memory that it may
+// use, a timer. All that only POSIX has stands in the source beside this header, with a portable
+// way for other systems.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace premiers::systeme {
+
+/// Reads at least one byte of standard input, waiting if it must; 0 at the end of input, which an
+/// error (closed, a folder ...) counts as.
+std::size_t lire_entree(std::span<char> place);
+
+/// Whether `lire_entree` would answer at once.
+bool entree_prete();
+
+/// Writes all the bytes; false when they can no longer be written.
+bool ecrire_sortie(std::string_view octets);
+
+/// The same on standard error; what cannot be written there is lost. Safe in a signal handler.
+void ecrire_erreur(std::string_view octets);
+
+/// Whether standard input, standard error is a terminal.
+bool entree_est_un_terminal();
+bool erreur_est_un_terminal();
+
+/// How many more bytes the process can be given: the least of what the machine has available, what
+/// its control group leaves, and what its limit of address space leaves. Asked anew at each call.
+std::uint64_t memoire_libre();
+
+/// Calls geste(sujet) every `periode_ms` milliseconds until the object is gone, whatever runs
+/// meanwhile; never where there are no timers. `geste` runs as a signal handler: it may only do
+/// what is safe there. One at a time.
+struct Minuterie {
+  Minuterie(int periode_ms, void (*geste)(void*), void* sujet);
+  ~Minuterie();
+  Minuterie(const Minuterie&) = delete;
+  Minuterie& operator=(const Minuterie&) = delete;
+};
+
+}  // namespace premiers::systeme
