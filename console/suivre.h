@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "console/session.h"
-#include "primes/suivi.h"
+#include "primes/arithmetique/suivi.h"
 
 namespace premiers {
 

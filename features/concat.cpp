@@ -9,9 +9,9 @@
 #include "console/controle.h"
 #include "console/ecran.h"
 #include "console/suivre.h"
-#include "primes/concatenations.h"
-#include "primes/decoupe.h"
-#include "primes/dette_morceaux.h"
+#include "primes/concatenations/concatenations.h"
+#include "primes/concatenations/decoupe.h"
+#include "primes/concatenations/dette_morceaux.h"
 
 namespace premiers {
 

@@ -5,7 +5,7 @@
 
 #include "console/controle.h"
 #include "console/suivre.h"
-#include "primes/facteurs.h"
+#include "primes/facteurs/facteurs.h"
 
 namespace premiers {
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "primes/zz.h"
+#include "primes/arithmetique/zz.h"
 
 namespace premiers {
 

@@ -3,11 +3,11 @@
 
 #include <cmath>
 
-#include "primes/bits.h"
-#include "primes/compte.h"
+#include "primes/arithmetique/bits.h"
+#include "primes/compte/compte.h"
 #include "primes/prem.h"
-#include "primes/primalite.h"
-#include "primes/roue.h"
+#include "primes/primalite/primalite.h"
+#include "primes/arithmetique/roue.h"
 
 namespace premiers {
 

@@ -11,9 +11,9 @@
 #include <span>
 #include <vector>
 
-#include "primes/crible.h"
+#include "primes/crible/crible.h"
 #include "primes/dette.h"
-#include "primes/suivi.h"
+#include "primes/arithmetique/suivi.h"
 
 namespace premiers {
 

@@ -5,13 +5,13 @@
 #include <optional>
 #include <vector>
 
-#include "primes/bits.h"
-#include "primes/crible.h"
-#include "primes/entier128.h"
-#include "primes/facteurs.h"
-#include "primes/facteurs64.h"
-#include "primes/primalite.h"
-#include "primes/zz.h"
+#include "primes/arithmetique/bits.h"
+#include "primes/crible/crible.h"
+#include "primes/arithmetique/entier128.h"
+#include "primes/facteurs/facteurs.h"
+#include "primes/facteurs/facteurs64.h"
+#include "primes/primalite/primalite.h"
+#include "primes/arithmetique/zz.h"
 
 namespace premiers {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "primes/bits.h"
+#include "primes/arithmetique/bits.h"
 
 namespace premiers {
 

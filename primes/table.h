@@ -2,7 +2,7 @@
 // The table of primes by rank, the memory of the whole program: it grows for the life of the
 // process and never loses an entry.
 //
-// One bit for each integer coprime to 30 (primes/roue.h), in blocks that are sieved in place and
+// One bit for each integer coprime to 30 (primes/arithmetique/roue.h), in blocks that are sieved in place and
 // never moved, so growing copies nothing. A small directory holds the number of primes before each
 // block, and before each line of 64 bytes within it; a rank or a value is found by a binary search
 // in the blocks, one in the lines, and eight population counts. The table runs to the prime
@@ -20,9 +20,9 @@
 #include <span>
 #include <vector>
 
-#include "primes/crible.h"
-#include "primes/roue.h"
-#include "primes/suivi.h"
+#include "primes/crible/crible.h"
+#include "primes/arithmetique/roue.h"
+#include "primes/arithmetique/suivi.h"
 
 namespace premiers {
 

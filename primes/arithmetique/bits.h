@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Reading sieved bytes: eight at a time, as one word whose set bits are the primes in order.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+#include "primes/arithmetique/roue.h"
+
+namespace premiers {
+
+/// The `n` bytes (1 to 8) at `octets` as a word, first byte lowest, missing bytes 0.
+inline std::uint64_t lire_mot(const std::uint8_t* octets, std::size_t n = 8) {
+  std::uint64_t mot = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    std::memcpy(&mot, octets, n);
+  } else {
+    for (std::size_t i = 0; i < n; ++i) mot |= std::uint64_t{octets[i]} << (8 * i);
+  }
+  return mot;
+}
+
+/// Calls f(p) for each set bit of `mot` in increasing order; `origine` is the integer that the
+/// word starts at.
+template <class F>
+inline void pour_chaque_bit(std::uint64_t mot, std::uint64_t origine, F&& f) {
+  for (; mot != 0; mot &= mot - 1) {
+    f(origine + valeurs_bits[static_cast<std::size_t>(std::countr_zero(mot))]);
+  }
+}
+
+/// Calls f(p) for each p flagged in `octets` in increasing order; `premier_octet` is the number of
+/// the first byte. 2, 3 and 5 have no flag.
+template <class F>
+inline void pour_chaque_premier(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+                                F&& f) {
+  std::uint64_t origine = premier_octet * 30;
+  const std::uint8_t* o = octets.data();
+  std::size_t reste = octets.size();
+  for (; reste >= 8; reste -= 8, o += 8, origine += 240) pour_chaque_bit(lire_mot(o), origine, f);
+  if (reste > 0) pour_chaque_bit(lire_mot(o, reste), origine, f);
+}
+
+/// Number of set bits. Costs about one cycle for 8 bytes where the processor counts bits itself.
+std::uint64_t compter_bits(std::span<const std::uint8_t> octets);
+
+}  // namespace premiers

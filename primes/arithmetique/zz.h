@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// NTL's integers to and from the machine's. NTL's own conversions stop at the width of `long`,
+// which has a sign and need not have 64 bits; these go through bytes and have neither limit.
+#pragma once
+
+#include <NTL/ZZ.h>
+
+#include <cstdint>
+
+#include "primes/arithmetique/entier128.h"
+
+namespace premiers {
+
+/// The integer n as a ZZ.
+NTL::ZZ en_zz(std::uint64_t n);
+NTL::ZZ en_zz(Entier128 n);
+
+/// The absolute value of n, modulo 2^64 and modulo 2^128. Ask `NTL::NumBits(n)` first whether it
+/// fits.
+std::uint64_t en_entier64(const NTL::ZZ& n);
+Entier128 en_entier128(const NTL::ZZ& n);
+
+}  // namespace premiers

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+// Two sieves that run towards each other: one gives the primes p from sqrt(x) down to y, the other
+// counts the primes up to x / p, which goes up from sqrt(x) to x / y. Each word of flags is counted
+// about once, so the sieve of the long side is nearly all of the cost.
+//
+// With b = pi(sqrt(x)), the sum of pi(p) - 1 is b (b - 1) / 2 - a (a - 1) / 2.
+#include "primes/compte/p2.h"
+
+#include <algorithm>
+#include <bit>
+#include <span>
+#include <vector>
+
+#include "primes/arithmetique/bits.h"
+#include "primes/arithmetique/racine.h"
+
+namespace premiers {
+
+namespace {
+
+// Gives the primes of ]y, fin] in decreasing order, a stretch at a time.
+struct Descente {
+  std::uint64_t y;
+  std::uint64_t fin;
+  std::vector<std::uint32_t> premiers{};  // increasing
+
+  // Effect: bytes sieved at a time. A stretch costs its sieve's start, so it should be long beside
+  // the sieving primes, which stay below 65536. Sensible: 2^17 to 2^21.
+  static constexpr std::uint64_t octets_par_lot = std::uint64_t{1} << 18;
+
+  // The next stretch into `premiers`; false when there is none.
+  bool suivante() {
+    premiers.clear();
+    while (premiers.empty() && fin > y) {
+      const std::uint64_t octet_fin = fin / 30 + 1;
+      const std::uint64_t octet = std::max(y / 30, octet_fin - std::min(octet_fin, octets_par_lot));
+      Crible crible(octet, octet_fin);
+      std::vector<std::uint8_t> octets(std::min<std::uint64_t>(crible.taille(), octet_fin - octet));
+      for (std::uint64_t o = octet; o < octet_fin;) {
+        const std::uint64_t lot = std::min<std::uint64_t>(octets.size(), octet_fin - o);
+        crible.remplir({octets.data(), lot});
+        pour_chaque_premier({octets.data(), lot}, o, [&](std::uint64_t p) {
+          if (p > y && p <= fin) premiers.push_back(static_cast<std::uint32_t>(p));
+        });
+        o += lot;
+      }
+      fin = std::min(30 * octet - std::min<std::uint64_t>(30 * octet, 1), fin);
+    }
+    return !premiers.empty();
+  }
+};
+
+// Counts the primes up to ever larger bounds, all <= sommet.
+struct Montee {
+  Montee(std::uint64_t sommet, const Suivi& rapport)
+      : octet_fin(8 * (sommet / 240 + 1)), crible(0, octet_fin), suivi(rapport) {}
+
+  std::uint64_t octet_fin;
+  Crible crible;
+  const Suivi& suivi;
+  std::vector<std::uint8_t> octets{};
+  std::uint64_t origine = 0;  // the integer that the segment starts at
+  std::uint64_t fin = 0;      // and the one after it
+  std::size_t mot = 0;        // words of the segment already counted
+  std::uint64_t compte = 3;   // primes before that word; 2, 3 and 5 have no flag
+
+  void segment_suivant() {
+    if (suivi) suivi(static_cast<double>(fin / 30) / static_cast<double>(octet_fin));
+    octets.resize(std::min<std::uint64_t>(crible.taille(), octet_fin - fin / 30));
+    crible.remplir(octets);
+    origine = fin;
+    fin += 30 * octets.size();
+    mot = 0;
+  }
+};
+
+[[gnu::always_inline]] inline std::uint64_t compter_jusqu_a(Montee& m, std::uint64_t n) {
+  const auto avancer = [&m](std::size_t jusqu_a) {
+    const std::uint8_t* octets = m.octets.data();
+    std::uint64_t compte = m.compte;
+    for (std::size_t mot = m.mot; mot < jusqu_a; ++mot) {
+      compte += static_cast<std::uint64_t>(std::popcount(lire_mot(octets + 8 * mot)));
+    }
+    m.compte = compte;
+    m.mot = jusqu_a;
+  };
+  while (n >= m.fin) {
+    avancer(m.octets.size() / 8);
+    m.segment_suivant();
+  }
+  const std::uint64_t i = n - m.origine;
+  avancer(i / 240);
+  const std::uint64_t dernier = lire_mot(m.octets.data() + 8 * m.mot) & masques_jusqu_a[i % 240];
+  return m.compte + static_cast<std::uint64_t>(std::popcount(dernier));
+}
+
+// Sum of pi(x / p) over one stretch of primes, from the largest down.
+[[gnu::always_inline]] inline std::uint64_t sommer(Montee& m, std::uint64_t x,
+                                                   const std::vector<std::uint32_t>& p) {
+  std::uint64_t somme = 0;
+  for (std::size_t i = p.size(); i-- > 0;) somme += compter_jusqu_a(m, x / p[i]);
+  return somme;
+}
+
+std::uint64_t sommer_portable(Montee& m, std::uint64_t x, const std::vector<std::uint32_t>& p) {
+  return sommer(m, x, p);
+}
+#if defined(__x86_64__)
+[[gnu::target("popcnt")]] std::uint64_t sommer_popcnt(Montee& m, std::uint64_t x,
+                                                      const std::vector<std::uint32_t>& p) {
+  return sommer(m, x, p);
+}
+#endif
+
+}  // namespace
+
+std::uint64_t compte_p2(const Plan& plan, const Suivi& suivi) {
+  auto* somme_lot = &sommer_portable;
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("popcnt")) somme_lot = &sommer_popcnt;
+#endif
+  const std::uint64_t a = plan.nombre();
+  Descente descente{plan.y, racine_entiere(plan.x)};
+  Montee montee(plan.x / plan.y, suivi);
+  std::uint64_t somme = 0;
+  std::uint64_t b = a;
+  while (descente.suivante()) {
+    somme += somme_lot(montee, plan.x, descente.premiers);
+    b += descente.premiers.size();
+  }
+  return somme - (b * (b - 1) / 2 - a * (a - 1) / 2);
+}
+
+}  // namespace premiers

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// What cutting numbers into pieces obliges the table of primes to (primes/dette.h): dividing each
+// piece by the primes in turn.
+//
+// Only a piece large enough to raise the bound costs anything. Of a number of 40 digits these are
+// at first some dozens, once a long prime piece is noted next to none.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "primes/concatenations/decoupe.h"
+#include "primes/dette.h"
+
+namespace premiers {
+
+/// Which pieces of a number are divided.
+enum class Morceaux {
+  nombre_entier,  ///< none but the number itself
+  du_debut,       ///< those that begin at its first digit
+  tous,
+};
+
+/// Notes the pieces of numbers that follow each other; those that a number shares with the one
+/// before it, because their leading digits are the same, are passed over.
+struct DetteMorceaux {
+  explicit DetteMorceaux(Dette& dette) : dette_(dette) {}
+
+  /// The digits after the first `communs` are no longer those of the number before.
+  void changer(std::size_t communs);
+
+  void noter(std::string_view chiffres, Morceaux morceaux);
+
+ private:
+  void noter_longueur(std::string_view chiffres, std::size_t longueur, Morceaux morceaux);
+
+  Dette& dette_;
+  std::size_t debuts_notes_ =
+      0;                        // the pieces among so many leading digits are noted: the first ones
+  std::size_t tous_notes_ = 0;  // all
+};
+
+/// The note of one number that has been cut.
+void noter_morceaux(Dette& dette, const Decoupe& decoupe);
+
+}  // namespace premiers

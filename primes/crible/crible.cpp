@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+// The three classes of sieving primes put together, and counting.
+#include "primes/crible/crible.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+#include "primes/arithmetique/bits.h"
+#include "primes/crible/precrible.h"
+#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/roue.h"
+
+namespace premiers {
+
+namespace {
+
+// Bytes of a segment: should fit into the L2 cache beside the state of the medium primes. Sensible
+// are 2^17 to 2^19; found by measurement on 1 MB of L2, where 2^18 costs 20 % at 10^12.
+constexpr std::uint64_t taille_segment = std::uint64_t{1} << 19;
+
+// Small primes end here. 2^15 to 2^17 differ by less than 5 %.
+constexpr std::uint64_t dernier_petit = std::uint64_t{1} << 16;
+
+constexpr std::uint64_t premier_grand = CribleGrand::premier_grand;
+
+}  // namespace
+
+Crible::Crible(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t plafond)
+    : debut_(octet), fin_(octet_fin), octet_(octet), plafond_(plafond) {
+  if (octet > octet_fin || octet_fin > octet_max) {
+    throw std::invalid_argument("Crible: window out of range");
+  }
+}
+
+std::size_t Crible::taille() const {
+  const std::uint64_t reste = fin_ - octet_;
+  return reste >= taille_segment ? taille_segment
+                                 : std::max<std::uint64_t>(64, (reste + 63) / 64 * 64);
+}
+
+/// Sees to it that the small and medium primes whose square is before byte `octet_suivant` are
+/// there.
+void Crible::admettre(std::uint64_t octet_suivant) {
+  const std::uint64_t racine = racine_entiere(30 * octet_suivant - 1);
+  const std::uint64_t fin = std::min({racine, plafond_, premier_grand}) / 30 + 1;
+  while (cribleurs_.octet < fin) {
+    const std::uint64_t octet = cribleurs_.octet;
+    const auto flags = cribleurs_.suivants(fin);
+    pour_chaque_premier(flags, octet, [&](std::uint64_t premier) {
+      const auto p = static_cast<std::uint32_t>(premier);
+      if (p <= dernier_precrible) return;
+      if (p <= dernier_petit) {
+        petits_.ajouter(p, octet_);
+      } else {
+        moyens_.ajouter(p, octet_, fin_);
+      }
+    });
+  }
+}
+
+void Crible::remplir(std::span<std::uint8_t> segment, const Suivi& suivi) {
+  if (segment.size() > fin_ - octet_) throw std::invalid_argument("Crible: beyond the window");
+  const auto annoncer = [&](std::uint64_t prepare) {
+    if (!suivi) return;
+    const auto fait = static_cast<double>((prepare - debut_) + (octet_ - debut_));
+    suivi(fait / 2 / static_cast<double>(fin_ - debut_));
+  };
+  while (!segment.empty()) {
+    const auto morceau = segment.first(std::min<std::size_t>(segment.size(), taille_segment));
+    const std::uint64_t suivant = octet_ + morceau.size();
+    admettre(suivant);
+    petits_.cribler(morceau, octet_);
+    moyens_.cribler(morceau);
+    if (plafond_ > premier_grand && (30 * suivant - 1) / premier_grand >= premier_grand) {
+      if (grands_ == nullptr) grands_ = std::make_unique<CribleGrand>(octet_, fin_);
+      grands_->cribler(morceau, octet_, annoncer);
+    }
+    octet_ = suivant;
+    segment = segment.subspan(morceau.size());
+  }
+  annoncer(grands_ == nullptr ? octet_ : grands_->prepare());
+}
+
+std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& suivi) {
+  if (a > b) return 0;
+  std::uint64_t nombre = 0;
+  for (const unsigned p : {2u, 3u, 5u}) nombre += a <= p && p <= b;
+  std::uint64_t octet = a / 30;
+  const std::uint64_t fin = b / 30 + 1;
+  Crible crible(octet, fin);
+  std::vector<std::uint8_t> tampon(crible.taille());
+  while (octet < fin) {
+    const auto segment =
+        std::span{tampon}.first(std::min<std::uint64_t>(tampon.size(), fin - octet));
+    crible.remplir(segment, suivi);
+    if (octet == a / 30) {  // flags below a
+      for (std::size_t i = 0; i < 8 && residus[i] < a % 30; ++i)
+        segment[0] &= static_cast<std::uint8_t>(~(1u << i));
+    }
+    octet += segment.size();
+    if (octet == fin) {  // flags above b
+      for (std::size_t i = 0; i < 8; ++i) {
+        if (residus[i] > b % 30) segment.back() &= static_cast<std::uint8_t>(~(1u << i));
+      }
+    }
+    nombre += compter_bits(segment);
+  }
+  return nombre;
+}
+
+}  // namespace premiers

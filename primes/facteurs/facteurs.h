@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// The decomposition of a positive integer of any size into prime powers.
+#pragma once
+
+#include <NTL/ZZ.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "primes/arithmetique/suivi.h"
+
+namespace premiers {
+
+struct Facteur {
+  NTL::ZZ premier;
+  std::int64_t exposant;
+};
+
+/// Prime powers in increasing order of the primes.
+using Facteurs = std::vector<Facteur>;
+
+/// The prime powers whose product is N >= 1; none for 1. Every factor is proven prime.
+Facteurs decomposer(const NTL::ZZ& N, const Suivi& suivi = {});
+
+}  // namespace premiers

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+// The PARI library (The PARI Group, "User's guide to the PARI library", 2022) as a guest in this
+// process:
+//
+//  - Numbers cross the bridge as machine words, never as text.
+//  - The library computes on a stack of its own. It is given address space as large as the memory
+//  of
+//    the machine (half of what the process may use, where that is limited); pages are taken as they
+//    are needed and given back after each call. So one call can use all memory, and a session of
+//    many calls uses little.
+//  - The library reports errors by long jumps. They start and end inside `essayer`, over frames
+//  that
+//    hold nothing to destroy, and come out as exceptions.
+//  - It is started without signal handlers, threads, or a hold on GMP's allocation, and what it has
+//    to say ("increasing stack size", "not enough memory") goes nowhere.
+#include "primes/facteurs/pont_pari.h"
+
+#include <NTL/ZZ_limbs.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+// Last: it defines macros with common names.
+#include <pari/pari.h>
+
+namespace premiers::pari {
+namespace {
+
+static_assert(sizeof(NTL::ZZ_limb_t) == sizeof(pari_ulong), "both libraries are built on GMP");
+
+// ---- Starting the library
+// ------------------------------------------------------------------------
+
+/// The stack that the library has from the start and keeps between calls. It grows by doubling; a
+/// number of 50 digits needs less.
+constexpr std::size_t pile_initiale = std::size_t{8} << 20U;
+
+/// The library's own default: primes that its trial divisions can reach without sieving anew.
+constexpr unsigned long borne_table = 500000;
+
+/// How far the stack may grow.
+std::size_t pile_maximale() {
+  const long pages = sysconf(_SC_PHYS_PAGES);
+  const long octets_par_page = sysconf(_SC_PAGESIZE);
+  std::size_t taille = std::size_t{4} << 30U;
+  if (pages > 0 && octets_par_page > 0) {
+    taille = static_cast<std::size_t>(pages) * static_cast<std::size_t>(octets_par_page);
+  }
+  rlimit limite{};
+  if (getrlimit(RLIMIT_AS, &limite) == 0 && limite.rlim_cur != RLIM_INFINITY) {
+    taille = std::min<std::size_t>(taille, limite.rlim_cur / 2);
+  }
+  return std::max(taille, pile_initiale);
+}
+
+/// Throws unless there is room for the library's start, which would end the process otherwise.
+void reserver_le_demarrage() {
+  constexpr std::size_t besoin = 4 * pile_initiale;
+  void* const essai =
+      mmap(nullptr, besoin, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (essai == MAP_FAILED) throw std::bad_alloc{};
+  munmap(essai, besoin);
+}
+
+bool demarrer() {
+  reserver_le_demarrage();
+  static PariOUT muet{[](char) {}, [](const char*) {}, [] {}};
+  pari_mt_nbthreads = 1;
+  pari_init_opts(pile_initiale, borne_table, INIT_DFTm | INIT_noIMTm | INIT_noINTGMPm);
+  pariOut = &muet;
+  pariErr = &muet;
+  paristack_setsize(pile_initiale, pile_maximale());
+  return true;
+}
+
+// ---- Crossing the bridge
+// -------------------------------------------------------------------------
+
+/// On leaving, the library's stack is what it was on entering.
+struct Passage {
+  Passage() { [[maybe_unused]] static const bool demarree = demarrer(); }
+  Passage(const Passage&) = delete;
+  Passage& operator=(const Passage&) = delete;
+  ~Passage() {
+    set_avma(pari_mainstack->top);
+    if (pari_mainstack->size > pari_mainstack->rsize) parivstack_reset();
+  }
+};
+
+/// n > 0 on the library's stack.
+GEN vers_pari(const NTL::ZZ& n) {
+  const long mots = n.size();
+  const GEN x = cgetipos(mots + 2);
+  std::copy_n(NTL::ZZ_limbs_get(n), mots, reinterpret_cast<pari_ulong*>(int_LSW(x)));
+  return x;
+}
+
+NTL::ZZ depuis_pari(GEN x) {
+  static_assert(static_cast<long>(sizeof(long)) == sizeof(NTL::ZZ_limb_t));
+  NTL::ZZ n;
+  NTL::ZZ_limbs_set(n, reinterpret_cast<const NTL::ZZ_limb_t*>(int_LSW(x)), lgefint(x) - 2);
+  return n;
+}
+
+/// calcul(n) on the library's stack; null, and the library's number of the error, if it fails.
+/// Nothing in here or called from here may need a destructor: it would not be run.
+template <class Calcul>
+GEN essayer(const NTL::ZZ& n, const Calcul& calcul, volatile long& erreur) {
+  GEN volatile resultat = nullptr;
+  pari_CATCH(CATCH_ALL) { erreur = err_get_num(pari_err_last()); }
+  pari_TRY { resultat = calcul(vers_pari(n)); }
+  pari_ENDCATCH;
+  return resultat;
+}
+
+/// calcul(n), or the exception that corresponds to the library's error.
+template <class Calcul>
+GEN appeler(const NTL::ZZ& n, const Calcul& calcul) {
+  volatile long erreur = -1;
+  const GEN resultat = essayer(n, calcul, erreur);
+  if (erreur == e_STACK || erreur == e_MEM) throw std::bad_alloc{};
+  if (erreur != -1) throw std::runtime_error{"PARI: error " + std::to_string(erreur)};
+  return resultat;
+}
+
+}  // namespace
+
+bool est_premier_prouve(const NTL::ZZ& n) {
+  if (n <= 1) return false;
+  const Passage passage;
+  return appeler(n, [](GEN x) { return isprime(x) != 0 ? gen_1 : gen_0; }) == gen_1;
+}
+
+std::vector<NTL::ZZ> diviseurs_premiers(const NTL::ZZ& n) {
+  std::vector<NTL::ZZ> diviseurs;
+  if (n <= 1) return diviseurs;
+  const Passage passage;
+  const GEN colonne = gel(appeler(n, [](GEN x) { return Z_factor(x); }), 1);
+  for (long i = 1; i < lg(colonne); ++i) diviseurs.push_back(depuis_pari(gel(colonne, i)));
+  return diviseurs;
+}
+
+std::optional<NTL::ZZ> facteur_ecm(const NTL::ZZ& n, long courbes, unsigned long b1, long graine) {
+  const Passage passage;
+  const GEN f = appeler(n, [=](GEN x) { return Z_ECM(x, courbes, graine, b1); });
+  if (f == nullptr) return std::nullopt;
+  return depuis_pari(f);
+}
+
+}  // namespace premiers::pari

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// The self-initialising quadratic sieve: the way to a factor when both factors are long.
+//
+// Method. C. Pomerance, "The quadratic sieve factoring algorithm" (1984): find many U with
+// U^2 = (product of small primes) mod n, multiply some of them so that the right side becomes a
+// square V^2, and hope that gcd(U - V, n) is a proper factor; it is, with probability 1/2 or more.
+// R. Silverman, "The multiple polynomial quadratic sieve" (1987): many short polynomials instead
+// of a long one. S. Contini, "Factoring integers with the self-initializing quadratic sieve"
+// (1997): polynomials in families whose members follow from each other by one addition per prime.
+//
+// The pieces, in the order in which a factorisation lives them:
+//   _reglages   how large everything is taken, by the size of n
+//   _base       the multiplier k and the factor base
+//   _polynome   families of polynomials and their roots
+//   _tamis      the sieve array: where is a value probably smooth?
+//   _relations  dividing these values out; pairing those with one large prime left
+//   _algebre    which relations multiply to a square?
+//   _racine     the square root and the gcd
+//
+// Cost: exp((1 + o(1)) sqrt(ln n ln ln n)), whatever the factors; three digits more double it.
+#pragma once
+
+#include <NTL/ZZ.h>
+
+#include <optional>
+
+#include "primes/arithmetique/suivi.h"
+
+namespace premiers {
+
+/// A factor of n other than 1 and n.
+/// n: odd, composite, no perfect power, of 2^50 at least and less than 2^380; meant for numbers
+/// without a factor below 1000 (such a factor is found too, but there are cheaper ways). nullopt
+/// for any other number and, which a composite n is not expected to meet, when a generous limit of
+/// work is reached. The result depends on n only, not on the run. Memory: a few megabytes up to
+/// 60 digits, some 50 at 80. `suivi` may throw.
+std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi = {});
+
+}  // namespace premiers

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// The sieve array of the quadratic sieve: where is the value of a polynomial probably smooth?
+//
+// A byte for each position gathers the logarithms of the primes that divide there. It starts at
+// 128 less the logarithm that is wanted, so that bit 7 tells when enough has come together.
+// The smallest primes are left out (they bring the least for the most work); the tolerance makes
+// up for them.
+//
+// Why it is fast: the array fits the first-level cache, and changing the polynomial costs little
+// enough that no longer one is needed. A prime p with k <= length / p < k + 1 comes by k or k + 1
+// times; the last time goes to a few bytes of waste behind the array when it falls outside, so
+// that no branch has to be guessed (a wrong guess costs as much as ten additions).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "primes/quadratique/polynome.h"
+
+namespace premiers::quadratique {
+
+struct Tamis {
+  /// For positions 0 .. 2 demi - 1; primes below `petit` are left out.
+  Tamis(const Base& base, std::uint32_t demi, std::uint32_t petit);
+  /// Sieves with the roots of the polynomial. Gives the positions where the logarithms (to base 2)
+  /// of the primes reach `seuil` <= 120.
+  const std::vector<std::uint32_t>& cribler(const Polynomes& polynomes, std::uint32_t seuil);
+
+  struct alignas(64) Ligne {
+    std::uint8_t octets[64];
+  };
+  const Base& base;
+  std::vector<std::uint8_t> poids;     // log2 of the primes; 0 for those of a
+  std::vector<Ligne> lignes;           // the array, in cache lines, and one of waste
+  std::vector<std::size_t> paliers;    // [k]: the first index with length / p < k + 1
+  std::size_t debut;                   // first index of the base that is sieved
+  std::vector<std::uint32_t> touches;  // scratch: places of large primes
+  std::vector<std::uint32_t> candidats;
+};
+
+}  // namespace premiers::quadratique

@@ -1,0 +1,351 @@
+// SPDX-License-Identifier: MIT
+// The sieve against slower, independent ways to know the primes: trial division, and the
+// Miller-Rabin test with the first twelve primes as bases, which is proven below 2^64 (Sorenson and
+// Webster, "Strong pseudoprimes to twelve prime bases", 2015).
+#include "primes/crible/crible.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <random>
+#include <stdexcept>
+#include <vector>
+
+#include "primes/arithmetique/bits.h"
+#include "primes/crible/crible_grand.h"
+#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/roue.h"
+
+namespace premiers {
+namespace {
+
+__extension__ typedef unsigned __int128 U128;
+
+std::uint64_t puissance(std::uint64_t base, std::uint64_t exposant, std::uint64_t n) {
+  U128 r = 1;
+  U128 b = base % n;
+  for (; exposant > 0; exposant >>= 1, b = b * b % n) {
+    if (exposant & 1) r = r * b % n;
+  }
+  return static_cast<std::uint64_t>(r);
+}
+
+bool temoin(std::uint64_t base, std::uint64_t n) {
+  std::uint64_t d = n - 1;
+  int s = 0;
+  for (; d % 2 == 0; d /= 2) ++s;
+  std::uint64_t x = puissance(base, d, n);
+  if (x == 1 || x == n - 1) return false;
+  for (; s > 1; --s) {
+    x = static_cast<std::uint64_t>(U128{x} * x % n);
+    if (x == n - 1) return false;
+  }
+  return true;
+}
+
+bool premier_lent(std::uint64_t n) {
+  if (n < 2) return false;
+  constexpr std::array<std::uint64_t, 12> bases{2, 3, 5, 7, 11, 13, 17, 19, 23, 29, 31, 37};
+  for (const std::uint64_t p : bases) {
+    if (n % p == 0) return n == p;
+  }
+  return std::none_of(bases.begin(), bases.end(), [&](auto b) { return temoin(b, n); });
+}
+
+bool premier_par_division(std::uint64_t n) {
+  if (n < 2) return false;
+  for (std::uint64_t d = 2; d * d <= n; ++d) {
+    if (n % d == 0) return false;
+  }
+  return true;
+}
+
+/// The bytes of a window, sieved in segments of `taille` bytes.
+std::vector<std::uint8_t> cribler(std::uint64_t octet, std::uint64_t fin, std::size_t taille) {
+  Crible crible(octet, fin);
+  std::vector<std::uint8_t> octets(fin - octet);
+  for (std::size_t i = 0; i < octets.size(); i += taille) {
+    crible.remplir(std::span{octets}.subspan(i, std::min(taille, octets.size() - i)));
+  }
+  return octets;
+}
+
+std::vector<std::uint8_t> cribler(std::uint64_t octet, std::uint64_t fin) {
+  return cribler(octet, fin, Crible(octet, fin).taille());
+}
+
+std::vector<std::uint8_t> octets_lents(std::uint64_t octet, std::uint64_t fin) {
+  std::vector<std::uint8_t> octets(fin - octet);
+  for (std::uint64_t o = octet; o < fin; ++o) {
+    for (std::size_t i = 0; i < 8; ++i) {
+      const unsigned bit = premier_lent(30 * o + residus[i]) ? 1u << i : 0;
+      octets[o - octet] = static_cast<std::uint8_t>(octets[o - octet] | bit);
+    }
+  }
+  return octets;
+}
+
+std::vector<std::uint64_t> premiers_entre(std::uint64_t a, std::uint64_t b) {
+  std::vector<std::uint64_t> liste;
+  for (std::uint64_t n = a; n <= b; ++n) {
+    if (premier_lent(n)) liste.push_back(n);
+  }
+  return liste;
+}
+
+constexpr std::uint64_t dix(int k) { return k == 0 ? 1 : 10 * dix(k - 1); }
+
+TEST(Crible, comptes_de_toutes_les_fenetres_jusqu_a_mille) {
+  std::vector<std::uint64_t> pi(1001);
+  for (std::uint64_t n = 1; n <= 1000; ++n) pi[n] = pi[n - 1] + premier_par_division(n);
+  for (std::uint64_t a = 0; a <= 1000; ++a) {
+    for (std::uint64_t b = a; b <= 1000; ++b) {
+      ASSERT_EQ(compter_par_crible(a, b), pi[b] - (a > 0 ? pi[a - 1] : 0)) << a << ' ' << b;
+    }
+  }
+}
+
+TEST(Crible, fenetre_renversee_est_vide) {
+  EXPECT_EQ(compter_par_crible(1, 0), 0u);
+  EXPECT_EQ(compter_par_crible(~std::uint64_t{0}, 5), 0u);
+}
+
+TEST(Crible, refuse_ce_qui_sort_du_domaine) {
+  EXPECT_THROW(Crible(2, 1), std::invalid_argument);
+  EXPECT_THROW(Crible(0, Crible::octet_max + 1), std::invalid_argument);
+  EXPECT_THROW(compter_par_crible(0, ~std::uint64_t{0}), std::invalid_argument);
+  Crible crible(0, 10);
+  std::vector<std::uint8_t> trop(11);
+  EXPECT_THROW(crible.remplir(trop), std::invalid_argument);
+}
+
+// pi(10^k): the classical table, e.g. Riesel, "Prime Numbers and Computer Methods for
+// Factorization", 2nd ed. 1994, table 3.
+TEST(Crible, valeurs_publiees_de_pi) {
+  constexpr std::array<std::uint64_t, 10> pi{0,    4,     25,     168,     1229,
+                                             9592, 78498, 664579, 5761455, 50847534};
+  const int derniere =
+#if defined(__SANITIZE_ADDRESS__)
+      8;
+#else
+      9;
+#endif
+  for (int k = 0; k <= derniere; ++k) {
+    EXPECT_EQ(compter_par_crible(0, dix(k)), pi[static_cast<std::size_t>(k)]) << k;
+  }
+}
+
+TEST(Crible, les_premiers_octets_contre_la_division) {
+  const auto octets = cribler(0, 4000);
+  std::vector<std::uint64_t> trouves;
+  pour_chaque_premier(octets, 0, [&](std::uint64_t p) { trouves.push_back(p); });
+  std::vector<std::uint64_t> attendus;
+  for (std::uint64_t n = 7; n < 120000; ++n) {
+    if (premier_par_division(n)) attendus.push_back(n);
+  }
+  EXPECT_EQ(trouves, attendus);
+}
+
+TEST(Crible, fenetres_au_hasard_contre_miller_rabin) {
+  std::mt19937_64 hasard(1);
+  for (int k = 3; k <= 15; ++k) {
+    for (int essai = 0; essai < 6; ++essai) {
+      const std::uint64_t octet = dix(k) / 30 + hasard() % 100000;
+      const std::uint64_t fin = octet + 1 + hasard() % 600;
+      ASSERT_EQ(cribler(octet, fin), octets_lents(octet, fin)) << octet << ' ' << fin;
+    }
+  }
+}
+
+TEST(Crible, fenetres_hautes_contre_miller_rabin) {
+  std::mt19937_64 hasard(2);
+  for (const std::uint64_t origine : {dix(16), dix(17), dix(18), Crible::octet_max * 30 - dix(7)}) {
+    const std::uint64_t octet = origine / 30 + hasard() % 10000;
+    const std::uint64_t fin = octet + 1500;
+    ASSERT_EQ(cribler(octet, fin), octets_lents(octet, fin)) << octet;
+  }
+}
+
+TEST(Crible, les_derniers_nombres_avant_deux_puissance_63) {
+  const std::uint64_t octet = Crible::octet_max - 200;
+  EXPECT_EQ(cribler(octet, Crible::octet_max), octets_lents(octet, Crible::octet_max));
+  // The largest prime below 2^63 is 2^63 - 25 (C. Caldwell, "The Prime Pages", primes just less
+  // than a power of two).
+  const std::uint64_t bout = std::uint64_t{1} << 63;
+  EXPECT_EQ(compter_par_crible(bout - 25, bout), 1u);
+  EXPECT_EQ(compter_par_crible(bout - 24, bout), 0u);
+}
+
+TEST(Crible, une_fenetre_de_plusieurs_segments_contre_miller_rabin_aux_coutures) {
+  const std::uint64_t octet = dix(13) / 30 + 7;
+  const std::size_t taille = Crible(octet, Crible::octet_max).taille();
+  const std::uint64_t fin = octet + 3 * taille + 1000;
+  const auto octets = cribler(octet, fin);
+  for (const std::uint64_t couture : {taille, 2 * taille, 3 * taille}) {
+    const auto ici = octets.begin() + static_cast<std::ptrdiff_t>(couture - 300);
+    const std::vector<std::uint8_t> extrait(ici, ici + 600);
+    EXPECT_EQ(extrait, octets_lents(octet + couture - 300, octet + couture + 300)) << couture;
+  }
+}
+
+// Every size of segment must give the same bytes.
+TEST(Crible, segments_de_toutes_les_tailles) {
+  for (const std::uint64_t octet : {std::uint64_t{0}, dix(6) / 30, dix(9), dix(12)}) {
+    const std::uint64_t fin = octet + 2000;
+    const auto attendus = cribler(octet, fin);
+    for (const std::size_t taille :
+         {std::size_t{1}, std::size_t{7}, std::size_t{64}, std::size_t{1000}}) {
+      ASSERT_EQ(cribler(octet, fin, taille), attendus) << octet << ' ' << taille;
+    }
+  }
+}
+
+TEST(Crible, segments_de_toutes_les_tailles_avec_de_grands_cribleurs) {
+  const std::uint64_t octet = dix(14) / 30;
+  const std::uint64_t fin = octet + 700000;
+  const auto attendus = cribler(octet, fin);
+  std::mt19937_64 hasard(3);
+  Crible crible(octet, fin);
+  std::vector<std::uint8_t> octets(fin - octet);
+  for (std::size_t i = 0; i < octets.size();) {
+    const std::size_t n = std::min<std::size_t>(octets.size() - i, 1 + hasard() % 100000);
+    crible.remplir(std::span{octets}.subspan(i, n));
+    i += n;
+  }
+  EXPECT_TRUE(octets == attendus);
+}
+
+TEST(Crible, un_segment_plus_grand_que_la_taille_preferee) {
+  const std::uint64_t fin = 1500000;
+  EXPECT_TRUE(cribler(0, fin, fin) == cribler(0, fin));
+}
+
+// Squares and products of neighbouring primes are what a sieve that stops too early, or starts too
+// late, lets through. One prime for each class and around each border between them.
+TEST(Crible, carres_de_premiers_au_bord_de_la_fenetre) {
+  std::vector<std::uint64_t> cribleurs = premiers_entre(150, 400);
+  for (const std::uint64_t p :
+       {dix(3), std::uint64_t{8192}, std::uint64_t{16384}, std::uint64_t{32768},
+        std::uint64_t{65536}, std::uint64_t{131072}, std::uint64_t{262144}, std::uint64_t{524288},
+        std::uint64_t{1048576}, std::uint64_t{2097152}, std::uint64_t{4194304}, dix(7), dix(8)}) {
+    const auto autour = premiers_entre(p - 100, p + 100);
+    cribleurs.insert(cribleurs.end(), autour.begin(), autour.end());
+  }
+  for (const std::uint64_t p : cribleurs) {
+    const std::uint64_t o = p * p / 30;
+    for (const auto& [debut, fin] :
+         {std::pair{o, o + 1}, std::pair{o, o + 3}, std::pair{o - 3, o + 1}}) {
+      ASSERT_EQ(cribler(debut, fin), octets_lents(debut, fin)) << p;
+      if (p > dix(6)) break;
+    }
+  }
+}
+
+TEST(Crible, carre_du_plus_grand_cribleur) {
+  const auto cribleurs = premiers_entre(3037000499 - 200, 3037000499);
+  ASSERT_FALSE(cribleurs.empty());
+  const std::uint64_t p = cribleurs.back();  // p * p is just below 2^63
+  EXPECT_EQ(cribler(p * p / 30, p * p / 30 + 1), octets_lents(p * p / 30, p * p / 30 + 1));
+}
+
+// Growing from 0 without a known end, as a table does, equals windows sieved one by one; the pieces
+// grow over the squares of new sieving primes.
+TEST(Crible, croissance_sans_fin_egale_fenetres) {
+  Crible crible(0, Crible::octet_max);
+  std::mt19937_64 hasard(4);
+  std::vector<std::uint8_t> segment(crible.taille());
+  for (std::uint64_t octet = 0; octet < 3000000;) {
+    const std::uint64_t borne = octet < 3000 ? 50 : segment.size();
+    const auto morceau = std::span{segment}.first(1 + hasard() % borne);
+    crible.remplir(morceau);
+    const auto attendu = cribler(octet, octet + morceau.size());
+    ASSERT_TRUE(std::equal(morceau.begin(), morceau.end(), attendu.begin())) << octet;
+    octet += morceau.size();
+  }
+}
+
+// Large sieving primes come into play here while the window grows.
+TEST(Crible, croissance_au_dela_du_premier_grand_cribleur) {
+  constexpr std::uint64_t seuil = CribleGrand::premier_grand * CribleGrand::premier_grand / 30;
+  Crible crible(seuil - 500000, Crible::octet_max);
+  std::vector<std::uint8_t> segment(crible.taille());
+  for (std::uint64_t octet = seuil - 500000; octet < seuil + 2000000; octet += segment.size()) {
+    crible.remplir(segment);
+    const auto attendu = octets_lents(octet, octet + 100);
+    ASSERT_TRUE(std::equal(attendu.begin(), attendu.end(), segment.begin())) << octet;
+  }
+}
+
+// A window of many rounds of large primes, counted in one piece and in two.
+TEST(Crible, somme_des_parties) {
+  const std::uint64_t a = dix(15);
+  const std::uint64_t b = a + 30000000;
+  const std::uint64_t milieu = a + 11111111;
+  EXPECT_EQ(compter_par_crible(a, b),
+            compter_par_crible(a, milieu) + compter_par_crible(milieu + 1, b));
+}
+
+TEST(Crible, plafond_laisse_les_nombres_sans_petit_facteur) {
+  constexpr std::uint64_t plafond = 500;
+  const std::uint64_t octet = 40000;
+  Crible crible(octet, octet + 100, plafond);
+  std::vector<std::uint8_t> octets(100);
+  crible.remplir(octets);
+  for (std::uint64_t o = 0; o < 100; ++o) {
+    for (std::size_t i = 0; i < 8; ++i) {
+      const std::uint64_t n = 30 * (octet + o) + residus[i];
+      bool libre = true;
+      for (std::uint64_t d = 2; d <= plafond; ++d) libre = libre && n % d != 0;
+      // A prime or two above the limit may be used as well.
+      if (libre == ((octets[o] >> i & 1) != 0)) continue;
+      EXPECT_TRUE(libre && !premier_lent(n)) << n;
+    }
+  }
+}
+
+TEST(Crible, le_suivi_monte_de_zero_a_un_et_peut_abandonner) {
+  double dernier = 0;
+  int appels = 0;
+  const auto suivi = [&](double part) {
+    EXPECT_GE(part, dernier);
+    EXPECT_LE(part, 1);
+    dernier = part;
+    ++appels;
+  };
+  EXPECT_EQ(compter_par_crible(dix(14), dix(14) + 30000000, suivi),
+            compter_par_crible(dix(14), dix(14) + 30000000));
+  EXPECT_EQ(dernier, 1);
+  EXPECT_GT(appels, 5);
+  struct Abandon {};
+  EXPECT_THROW(compter_par_crible(dix(14), dix(14) + 30000000, [](double) { throw Abandon{}; }),
+               Abandon);
+}
+
+TEST(Racine, exacte_autour_des_carres) {
+  for (const std::uint64_t r : {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{94906267},
+                                std::uint64_t{3037000499}, std::uint64_t{4294967295}}) {
+    EXPECT_EQ(racine_entiere(r * r), r);
+    EXPECT_EQ(racine_entiere(r * r + 2 * r), r);
+    if (r == 0) continue;
+    EXPECT_EQ(racine_entiere(r * r - 1), r - 1);
+  }
+  EXPECT_EQ(racine_entiere(~std::uint64_t{0}), 4294967295u);
+}
+
+TEST(Bits, comptes_et_premiers_a_toutes_les_longueurs) {
+  const auto octets = cribler(0, 100);
+  for (std::size_t n = 0; n <= 100; ++n) {
+    const auto debut = std::span{octets}.first(n);
+    std::vector<std::uint64_t> trouves;
+    pour_chaque_premier(debut, 1000, [&](std::uint64_t p) { trouves.push_back(p - 30000); });
+    std::vector<std::uint64_t> attendus =
+        n == 0 ? std::vector<std::uint64_t>{} : premiers_entre(7, 30 * n);
+    ASSERT_EQ(trouves, attendus) << n;
+    ASSERT_EQ(compter_bits(debut), attendus.size()) << n;
+  }
+}
+
+}  // namespace
+}  // namespace premiers
