@@ -8,8 +8,8 @@
 //
 // Cost: about n log log n crossings for n integers, plus the sieving primes up to the root of the
 // end, which a narrow window pays as well (0.3 s just below 2^63). Memory: some 2 MB below 10^12;
-// beyond, up to 20 bytes for each byte of a round of 8 MB (primes/crible/crible_grand.h), whatever the
-// width.
+// beyond, up to 17 bytes for each byte of a round of at most 16 MB (primes/crible/crible_grand.h),
+// whatever the width.
 #pragma once
 
 #include <cstddef>

@@ -19,74 +19,91 @@ struct Pivots {
   std::vector<std::uint8_t> est_pivot;  // for each row
 };
 
-// The eight entries of a row in group g of columns.
-std::uint64_t octet(const Matrice& a, std::size_t ligne, std::size_t g) {
-  return (a.bits[ligne * a.mots + g / 8] >> (8 * (g % 8))) & 255;
+constexpr std::size_t colonnes_de_groupe = 16;
+constexpr std::size_t groupes_de_mot = 64 / colonnes_de_groupe;
+
+using Groupe = std::array<std::size_t, colonnes_de_groupe>;  // the pivot row of each column
+
+// The entries of a row in group g of columns.
+std::uint64_t motif(const Matrice& a, std::size_t ligne, std::size_t g) {
+  return (a.bits[ligne * a.mots + g / groupes_de_mot] >>
+          (colonnes_de_groupe * (g % groupes_de_mot))) &
+         0xffff;
 }
 
 // Adds a row to another one, from the word of group g on: a row that is not yet a pivot, or is one
 // of this group, has only zeros to the left of it.
 void ajouter_ligne(Matrice& a, std::size_t g, std::size_t ligne, std::size_t terme) {
-  for (std::size_t j = g / 8; j < a.mots; ++j) {
+  for (std::size_t j = g / groupes_de_mot; j < a.mots; ++j) {
     a.bits[ligne * a.mots + j] ^= a.bits[terme * a.mots + j];
   }
 }
 
-// Finds a pivot for each of the eight columns of group g that can have one. Only the rows that
-// become pivots are changed: they are eliminated among themselves.
-std::array<std::size_t, 8> chercher_pivots(Matrice& a, std::size_t g, Pivots& pivots) {
-  std::array<std::size_t, 8> ligne_de;
+// Finds a pivot for each column of group g that can have one. Only the rows that become pivots
+// are changed: they are eliminated among themselves.
+Groupe chercher_pivots(Matrice& a, std::size_t g, Pivots& pivots) {
+  Groupe ligne_de;
   ligne_de.fill(aucun);
+  std::array<std::uint64_t, colonnes_de_groupe> motif_de{};
   std::size_t trouves = 0;
-  for (std::size_t r = 0; r < a.lignes && trouves < 8; ++r) {
-    if (pivots.est_pivot[r] != 0 || octet(a, r, g) == 0) continue;
-    std::uint64_t reste = octet(a, r, g);
-    for (std::size_t c = 0; c < 8; ++c) {
-      if (ligne_de[c] != aucun && ((reste >> c) & 1) != 0) reste ^= octet(a, ligne_de[c], g);
+  for (std::size_t r = 0; r < a.lignes && trouves < colonnes_de_groupe; ++r) {
+    if (pivots.est_pivot[r] != 0) continue;
+    const std::uint64_t avant = motif(a, r, g);
+    std::uint64_t reste = avant;
+    for (std::size_t c = 0; c < colonnes_de_groupe; ++c) {
+      if (((avant >> c) & 1) != 0) reste ^= motif_de[c];
     }
     if (reste == 0) continue;
-    for (std::size_t c = 0; c < 8; ++c) {
-      if (ligne_de[c] != aucun && ((octet(a, r, g) >> c) & 1) != 0) {
-        ajouter_ligne(a, g, r, ligne_de[c]);
-      }
+    for (std::size_t c = 0; c < colonnes_de_groupe; ++c) {
+      if (ligne_de[c] != aucun && ((avant >> c) & 1) != 0) ajouter_ligne(a, g, r, ligne_de[c]);
     }
     const auto nouvelle = static_cast<std::size_t>(std::countr_zero(reste));
-    for (const std::size_t pivot : ligne_de) {
-      if (pivot != aucun && ((octet(a, pivot, g) >> nouvelle) & 1) != 0) {
-        ajouter_ligne(a, g, pivot, r);
-      }
+    for (std::size_t c = 0; c < colonnes_de_groupe; ++c) {
+      if (((motif_de[c] >> nouvelle) & 1) == 0) continue;
+      ajouter_ligne(a, g, ligne_de[c], r);
+      motif_de[c] ^= reste;
     }
     ligne_de[nouvelle] = r;
+    motif_de[nouvelle] = reste;
     pivots.est_pivot[r] = 1;
     ++trouves;
   }
   return ligne_de;
 }
 
-// Clears the columns of group g in all rows but their pivots: for each of the 256 patterns that a
-// row can have there, the sum of pivot rows that clears it is made once.
-void eliminer_groupe(Matrice& a, std::size_t g, Pivots& pivots,
-                     std::vector<std::uint64_t>& sommes) {
-  const std::array<std::size_t, 8> ligne_de = chercher_pivots(a, g, pivots);
-  const std::size_t largeur = a.mots - g / 8;
-  for (std::size_t motif = 1; motif < 256; ++motif) {
-    const std::uint64_t* avant = &sommes[(motif & (motif - 1)) * largeur];
-    std::uint64_t* somme = &sommes[motif * largeur];
-    const std::size_t pivot = ligne_de[static_cast<std::size_t>(std::countr_zero(motif))];
+// For each pattern of eight bits the sum of the pivot rows, `lignes`, that clears it.
+void remplir_sommes(const Matrice& a, std::size_t g, const std::size_t* lignes,
+                    std::uint64_t* sommes) {
+  const std::size_t largeur = a.mots - g / groupes_de_mot;
+  std::fill_n(sommes, largeur, 0);
+  for (std::size_t i = 1; i < 256; ++i) {
+    const std::uint64_t* const avant = sommes + (i & (i - 1)) * largeur;
+    std::uint64_t* const somme = sommes + i * largeur;
+    const std::size_t pivot = lignes[std::countr_zero(i)];
     if (pivot == aucun) {
       std::copy_n(avant, largeur, somme);
     } else {
-      const std::uint64_t* terme = &a.bits[pivot * a.mots + g / 8];
+      const std::uint64_t* const terme = &a.bits[pivot * a.mots + g / groupes_de_mot];
       for (std::size_t j = 0; j < largeur; ++j) somme[j] = avant[j] ^ terme[j];
     }
   }
+}
+
+// Clears the columns of group g in all rows but their pivots.
+void eliminer_groupe(Matrice& a, std::size_t g, Pivots& pivots,
+                     std::vector<std::uint64_t>& sommes) {
+  const Groupe ligne_de = chercher_pivots(a, g, pivots);
+  const std::size_t largeur = a.mots - g / groupes_de_mot;
+  remplir_sommes(a, g, &ligne_de[0], sommes.data());
+  remplir_sommes(a, g, &ligne_de[8], sommes.data() + 256 * largeur);
   // The pivot rows clear themselves and are put back from their copies among the sums.
   vecteurs().eliminer(a.bits.data(), a.lignes, a.mots, g, sommes.data());
-  for (std::size_t c = 0; c < 8; ++c) {
+  for (std::size_t c = 0; c < colonnes_de_groupe; ++c) {
     if (ligne_de[c] == aucun) continue;
-    std::copy_n(&sommes[(std::size_t{1} << c) * largeur], largeur,
-                &a.bits[ligne_de[c] * a.mots + g / 8]);
-    pivots.ligne_de[8 * g + c] = ligne_de[c];
+    const std::size_t copie = 256 * (c / 8) + (std::size_t{1} << (c % 8));
+    std::copy_n(&sommes[copie * largeur], largeur,
+                &a.bits[ligne_de[c] * a.mots + g / groupes_de_mot]);
+    pivots.ligne_de[colonnes_de_groupe * g + c] = ligne_de[c];
   }
 }
 
@@ -99,13 +116,14 @@ void Matrice::inverser(std::size_t ligne, std::size_t colonne) {
   bits[ligne * mots + colonne / 64] ^= std::uint64_t{1} << (colonne % 64);
 }
 
-std::vector<std::vector<std::size_t>> noyau(Matrice& matrice, std::size_t maximum) {
+std::vector<std::vector<std::size_t>> noyau(Matrice& matrice, std::size_t maximum,
+                                            const std::function<void()>& signe_de_vie) {
   Pivots pivots{std::vector<std::size_t>(64 * matrice.mots, aucun),
                 std::vector<std::uint8_t>(matrice.lignes)};
-  std::vector<std::uint64_t> sommes(256 * matrice.mots);
-  for (std::size_t g = 0; 8 * g < matrice.colonnes; ++g) {
-    std::fill_n(sommes.begin(), matrice.mots, 0);
+  std::vector<std::uint64_t> sommes(2 * 256 * matrice.mots);
+  for (std::size_t g = 0; colonnes_de_groupe * g < matrice.colonnes; ++g) {
     eliminer_groupe(matrice, g, pivots, sommes);
+    if (signe_de_vie && g % 4 == 3) signe_de_vie();
   }
 
   // A column without pivot is the sum of the pivot columns of the rows in which it has a 1.

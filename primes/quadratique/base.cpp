@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "primes/quadratique/base.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
-#include <numbers>
 
 namespace premiers::quadratique {
 
@@ -24,23 +24,24 @@ std::vector<std::uint32_t> premiers_impairs(std::uint32_t borne) {
   return liste;
 }
 
-bool est_carre_mod(std::uint32_t a, std::uint32_t p) {
-  return puissance_mod(a, (p - 1) / 2, p) == 1;
-}
-
-// A square root of a square a != 0 modulo an odd prime p (A. Tonelli, 1891).
+// A square root of a != 0 modulo an odd prime p, or 0 if there is none (A. Tonelli, 1891). One
+// power tells both: if a is no square, its part of order 2^m has the largest order there is.
 std::uint32_t racine_mod(std::uint32_t a, std::uint32_t p) {
-  if (p % 4 == 3) return puissance_mod(a, (p + 1) / 4, p);
   const auto s = static_cast<std::uint32_t>(std::countr_zero(p - 1));
   const std::uint32_t impair = (p - 1) >> s;
-  std::uint32_t non_carre = 2;
-  while (est_carre_mod(non_carre, p)) ++non_carre;
-  std::uint32_t generateur = puissance_mod(non_carre, impair, p);  // of order 2^s
-  std::uint32_t racine = puissance_mod(a, (impair + 1) / 2, p);
-  std::uint32_t ecart = puissance_mod(a, impair, p);  // racine^2 = a * ecart
+  const std::uint32_t puissance = puissance_mod(a, impair / 2, p);
+  std::uint32_t racine = produit_mod(a, puissance, p);
+  std::uint32_t ecart = produit_mod(racine, puissance, p);  // racine^2 = a * ecart
+  std::uint32_t generateur = 0;                             // of order 2^ordre
   for (std::uint32_t ordre = s; ecart != 1;) {
-    std::uint32_t m = 0;  // ecart has order 2^m < 2^ordre
+    std::uint32_t m = 0;  // ecart has order 2^m
     for (std::uint32_t e = ecart; e != 1; e = produit_mod(e, e, p)) ++m;
+    if (m == s) return 0;
+    if (generateur == 0) {
+      std::uint32_t non_carre = 2;
+      while (puissance_mod(non_carre, (p - 1) / 2, p) == 1) ++non_carre;
+      generateur = puissance_mod(non_carre, impair, p);
+    }
     std::uint32_t facteur = generateur;
     for (std::uint32_t i = m + 1; i < ordre; ++i) facteur = produit_mod(facteur, facteur, p);
     racine = produit_mod(racine, facteur, p);
@@ -52,42 +53,39 @@ std::uint32_t racine_mod(std::uint32_t a, std::uint32_t p) {
 }
 
 // The multiplier with the greatest expected share of small primes in the values, less the growth
-// of the values by sqrt(k). Squarefree, kn = 1 mod 8. The bound 150 is far beyond what wins; the
-// first 80 primes tell enough (their weight falls as log p / p).
+// of the values by sqrt(k). The bound 150 is beyond nearly all that win; the first 40 primes tell
+// enough (their weight falls as log p / p).
 std::uint32_t choisir_multiplicateur(const NTL::ZZ& n, const std::vector<std::uint32_t>& premiers) {
   constexpr std::uint32_t plus_grand = 150;
-  constexpr std::size_t assez = 80;
-  std::array<float, plus_grand> note{};
+  constexpr std::size_t assez = 40;
+  struct Choix {
+    std::uint32_t k;
+    float note;
+  };
+  std::vector<Choix> choix;
+  const auto n_8 = static_cast<std::uint32_t>(NTL::rem(n, 8));
   for (std::uint32_t k = 1; k < plus_grand; k += 2) {
-    note[k] = -0.5F * std::log(static_cast<float>(k));
+    const bool avec_carre = k % 9 == 0 || k % 25 == 0 || k % 49 == 0 || k % 121 == 0;
+    if (k * n_8 % 8 != 1 || avec_carre) continue;
+    choix.push_back({k, -0.5F * std::log(static_cast<float>(k))});
   }
   for (std::size_t i = 0; i < assez && i < premiers.size(); ++i) {
     const std::uint32_t p = premiers[i];
     const auto n_p = static_cast<std::uint32_t>(NTL::rem(n, static_cast<long>(p)));
-    std::array<bool, 512> carre{};
-    for (std::uint32_t x = 1; x <= p / 2; ++x) carre[x * x % p] = true;
+    std::array<bool, 256> carre{};
+    for (std::uint32_t x = 1, x2 = 1; x <= p / 2; x2 += 2 * x + 1, ++x) {
+      while (x2 >= p) x2 -= p;
+      carre[x2] = true;
+    }
     const float apport = std::log(static_cast<float>(p)) / static_cast<float>(p);
-    std::uint32_t kn = 0;
-    const std::uint32_t deux_n = 2 * n_p % p;
-    kn = n_p;
-    for (std::uint32_t k = 1; k < plus_grand; k += 2) {
-      if (kn == 0) {
-        note[k] += apport;
-      } else if (carre[kn]) {
-        note[k] += 2 * apport;
-      }
-      kn += deux_n;
-      if (kn >= p) kn -= p;
+    for (Choix& c : choix) {
+      const std::uint32_t kn = c.k * n_p % p;
+      c.note += kn == 0 ? apport : carre[kn] ? 2 * apport : 0.0F;
     }
   }
-  const auto n_8 = static_cast<std::uint32_t>(NTL::rem(n, 8));
-  std::uint32_t meilleur = 0;
-  for (std::uint32_t k = 1; k < plus_grand; k += 2) {
-    if (k * n_8 % 8 != 1) continue;
-    if (k % 9 == 0 || k % 25 == 0 || k % 49 == 0 || k % 121 == 0) continue;
-    if (meilleur == 0 || note[k] > note[meilleur]) meilleur = k;
-  }
-  return meilleur;
+  const auto meilleur = std::max_element(
+      choix.begin(), choix.end(), [](const Choix& c, const Choix& d) { return c.note < d.note; });
+  return meilleur->k;
 }
 
 void ajouter(Base& base, std::uint32_t p, std::uint32_t racine) {
@@ -123,14 +121,17 @@ Base construire_base(const NTL::ZZ& n, std::size_t taille) {
   ajouter(base, 2, 1);
   for (const std::uint32_t p : premiers) {
     if (p > base.multiplicateur) break;
-    if (base.multiplicateur % p == 0) ajouter(base, p, 0);
+    if (base.multiplicateur % p != 0) continue;
+    ajouter(base, p, 0);
+    if (NTL::divide(n, static_cast<long>(p)) != 0) base.diviseur = p;
   }
   base.ordinaires = base.premier.size();
   for (const std::uint32_t p : premiers) {
     if (base.premier.size() >= taille || p >= borne_premiers) break;
     const auto a = static_cast<std::uint32_t>(NTL::rem(base.kn, static_cast<long>(p)));
     if (a == 0 && base.multiplicateur % p != 0) base.diviseur = p;
-    if (a != 0 && est_carre_mod(a, p)) ajouter(base, p, racine_mod(a, p));
+    const std::uint32_t racine = a == 0 ? 0 : racine_mod(a, p);
+    if (racine != 0) ajouter(base, p, racine);
   }
   base.taille = base.premier.size();
   while (base.premier.size() % largeur_vecteurs != 0) ajouter(base, 1, 0);

@@ -33,7 +33,7 @@ std::size_t plus_proche(const Base& base, double taille) {
 // Draws all primes of a but one from the reserve and takes the last one to fit. Of a few such
 // draws the best that has not been used yet; empty if there was none.
 std::vector<std::size_t> tirer_facteurs(Polynomes& s) {
-  constexpr int essais = 24;
+  constexpr int essais = 12;
   std::vector<std::size_t> meilleur;
   double meilleur_ecart = 1e9;
   std::vector<std::size_t> choix;

@@ -47,20 +47,28 @@ NTL::ZZ pgcd_de(const NTL::ZZ& n, const Recolte& recolte, const std::vector<std:
       v = NTL::MulMod(v, NTL::to_ZZ(recolte.relations[colonne.first].grand) % n, n);
     }
   }
+  // p^(e/2) of all primes; products are gathered up to a word, before one goes into v.
+  constexpr std::uint64_t plein = std::uint64_t{1} << 40;
+  std::uint64_t mot = 1;
   for (std::size_t i = 1; i < exposants.size(); ++i) {
-    if (exposants[i] == 0) continue;
-    const NTL::ZZ p = NTL::to_ZZ(recolte.base.premier[i]) % n;
-    v = NTL::MulMod(v, NTL::PowerMod(p, exposants[i] / 2, n), n);
+    for (long e = exposants[i]; e > 0; e -= 2) {
+      mot *= recolte.base.premier[i];
+      if (mot < plein) continue;
+      v = NTL::MulMod(v, NTL::to_ZZ(static_cast<unsigned long>(mot)) % n, n);
+      mot = 1;
+    }
   }
+  v = NTL::MulMod(v, NTL::to_ZZ(static_cast<unsigned long>(mot)) % n, n);
   return NTL::GCD(u - v, n);
 }
 
 }  // namespace
 
-std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte) {
+std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte,
+                                             const std::function<void()>& signe_de_vie) {
   constexpr std::size_t essais = 64;
   Matrice matrice = matrice_des_exposants(recolte);
-  for (const auto& membre : noyau(matrice, essais)) {
+  for (const auto& membre : noyau(matrice, essais, signe_de_vie)) {
     NTL::ZZ facteur = pgcd_de(n, recolte, membre);
     if (facteur != 1 && facteur != n) return facteur;
   }

@@ -4,6 +4,7 @@
 
 #include <NTL/ZZ.h>
 
+#include <functional>
 #include <optional>
 
 #include "primes/quadratique/relations.h"
@@ -12,7 +13,8 @@ namespace premiers::quadratique {
 
 /// Solves the matrix of all columns of the harvest and tries up to 64 of the solutions: each gives
 /// U^2 = V^2 mod n, and gcd(U - V, n) is a proper factor for half of them or more. nullopt if
-/// none was lucky, or if there are too few columns.
-std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte);
+/// none was lucky, or if there are too few columns. `signe_de_vie` as for noyau.
+std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte,
+                                             const std::function<void()>& signe_de_vie = {});
 
 }  // namespace premiers::quadratique

@@ -78,10 +78,14 @@ void Recolte::examiner(const Polynomes& polynomes, std::uint32_t position) {
   vecteurs().reperer(position, base.premier.data(), base.reciproque.data(),
                      polynomes.racine_1.data(), polynomes.racine_2.data(), base.premier.size(),
                      trouves);
+  std::size_t mots = longueur(v);
   for (const std::uint32_t i : trouves) {
-    while (divise(v, longueur(v), base.premier[i], inverses[i])) facteurs.push_back(i);
+    while (divise(v, mots, base.premier[i], inverses[i])) {
+      facteurs.push_back(i);
+      if (v.mot[mots - 1] == 0) --mots;  // v stays positive: one word remains
+    }
   }
-  if (longueur(v) > 1 || v.mot[0] >= borne_grand) {
+  if (mots > 1 || v.mot[0] >= borne_grand) {
     facteurs.resize(debut);
     return;
   }
@@ -95,6 +99,11 @@ void Recolte::examiner(const Polynomes& polynomes, std::uint32_t position) {
 }
 
 void retirer_doubles(Recolte& recolte) {
+  // The same relation twice makes a pair that says u^2 = u^2.
+  std::erase_if(recolte.colonnes, [&recolte](const Colonne& c) {
+    return c.first != c.second &&
+           recolte.relations[c.first].u.mot == recolte.relations[c.second].u.mot;
+  });
   const auto cle = [&recolte](const Colonne& c) {
     return std::tie(recolte.relations[c.second].u.mot, recolte.relations[c.first].u.mot);
   };

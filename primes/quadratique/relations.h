@@ -46,7 +46,8 @@ struct Recolte {
   std::vector<std::uint32_t> trouves;   // scratch of `examiner`
 };
 
-/// Removes columns that say the same as another one.
+/// Removes columns that say nothing, or the same as another one: different a can lead to the same
+/// u.
 void retirer_doubles(Recolte& recolte);
 
 }  // namespace premiers::quadratique

@@ -34,7 +34,7 @@ inline std::uint32_t dedans(Vue vue, std::uint32_t x) {
 
 // The primes that come by k or k + 1 times.
 template <std::size_t k>
-[[gnu::noinline]] void cribler_palier(Vue vue, std::size_t debut, std::size_t fin) {
+void cribler_palier(Vue vue, std::size_t debut, std::size_t fin) {
   for (std::size_t i = debut; i < fin; ++i) {
     const std::uint32_t p = vue.premier[i];
     const std::uint8_t poids = vue.poids[i];
@@ -52,7 +52,7 @@ template <std::size_t k>
 }
 
 // The smaller primes, up to `fin`.
-[[gnu::noinline]] void cribler_petits(Vue vue, std::size_t debut, std::size_t fin) {
+void cribler_petits(Vue vue, std::size_t debut, std::size_t fin) {
   for (std::size_t i = debut; i < fin; ++i) {
     const std::uint32_t p = vue.premier[i];
     const std::uint8_t poids = vue.poids[i];
@@ -81,8 +81,8 @@ template <std::size_t k>
 }
 
 // The primes from `debut` on, which come by once or not at all. Neighbours have the same weight.
-[[gnu::noinline]] void cribler_grands(Vue vue, std::size_t debut, std::size_t fin,
-                                      std::vector<std::uint32_t>& touches) {
+void cribler_grands(Vue vue, std::size_t debut, std::size_t fin,
+                    std::vector<std::uint32_t>& touches) {
   while (debut < fin) {
     std::size_t i = debut;
     const std::uint8_t poids = vue.poids[debut];

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstdlib>
 #include <cstring>
 
 #if defined(__x86_64__)
@@ -111,11 +110,13 @@ struct Eliminer {
   [[gnu::always_inline]] static inline void corps(std::uint64_t* bits, std::size_t lignes,
                                                   std::size_t mots, std::size_t g,
                                                   const std::uint64_t* sommes) {
-    const std::size_t largeur = mots - g / 8;
+    const std::size_t largeur = mots - g / 4;
     for (std::size_t r = 0; r < lignes; ++r) {
-      std::uint64_t* const ligne = bits + r * mots + g / 8;
-      const std::uint64_t* const somme = sommes + ((*ligne >> (8 * (g % 8))) & 255) * largeur;
-      for (std::size_t j = 0; j < largeur; ++j) ligne[j] ^= somme[j];
+      std::uint64_t* const ligne = bits + r * mots + g / 4;
+      const std::uint64_t motif = *ligne >> (16 * (g % 4));
+      const std::uint64_t* const bas = sommes + (motif & 255) * largeur;
+      const std::uint64_t* const haut = sommes + (256 + ((motif >> 8) & 255)) * largeur;
+      for (std::size_t j = 0; j < largeur; ++j) ligne[j] ^= bas[j] ^ haut[j];
     }
   }
 };
@@ -133,7 +134,7 @@ template <class Boucle, class... A>
 }
 
 template <class Boucle, class... A>
-[[gnu::target("avx512f,avx512bw,avx512vl,avx512dq,prefer-vector-width=512")]] auto avx512(A... a) {
+[[gnu::target("avx512f,avx512bw,avx512vl,avx512dq")]] auto avx512(A... a) {
   return Boucle::corps(a...);
 }
 
@@ -167,7 +168,6 @@ const Vecteurs& vecteurs() {
                                     avx512<Reperer>, avx512<Relever>,   retenir_avx512,
                                     avx512<Eliminer>};
   static const int choix = [] {
-    if (getenv("QS_V")) return atoi(getenv("QS_V"));
     if (__builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
         __builtin_cpu_supports("avx512vl")) {
       return 2;

@@ -22,7 +22,7 @@ struct Vecteurs {
   void (*monter)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p, std::size_t n);
   void (*descendre)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p,
                     std::size_t n);
-  /// r = a * b modulo p for n elements; a, b < max(p, 4096); reciproque = 1 / p.
+  /// r = a * b modulo p for n elements; a * b < 2^21 p; reciproque = 1 / p.
   void (*multiplier)(std::uint32_t* r, const std::uint32_t* a, const std::uint32_t* b,
                      const std::uint32_t* p, const float* reciproque, std::size_t n);
   /// Appends to `liste` the indices i < n for which x mod p[i] is r1[i] or r2[i]; x < 2^20.
@@ -36,7 +36,7 @@ struct Vecteurs {
   std::size_t (*retenir)(const std::uint32_t* nombres, std::size_t n, std::uint32_t borne,
                          std::uint32_t* liste);
   /// Adds (modulo 2) to each row of a bit matrix of `mots` words a row, from the word of group g
-  /// on, that of 256 sums which its eight bits in columns 8g .. 8g + 7 tell.
+  /// on, those two of 2 * 256 sums which its bits in columns 16g .. 16g + 15 tell: eight each.
   void (*eliminer)(std::uint64_t* bits, std::size_t lignes, std::size_t mots, std::size_t g,
                    const std::uint64_t* sommes);
 };
