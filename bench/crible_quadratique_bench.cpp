@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The quadratic sieve on products of two primes of equal size, by decimal digits.
-// PARI 2.15 for comparison (factor, same numbers, same machine, 2.6 GHz EPYC): 24 digits 0.8 ms,
-// 30 2.0, 36 7.9, 40 22, 50 243, 60 2300.
+// PARI 2.15 for comparison (factor, numbers of the same kind, 2.6 GHz EPYC): 24 digits 0.8 ms,
+// 30 2.0, 36 7.9, 40 22, 50 243, 60 2100.
 #include <benchmark/benchmark.h>
 
 #include <cstddef>

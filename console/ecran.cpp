@@ -11,7 +11,7 @@ void dessiner(Sortie& sortie, std::string_view texte, std::initializer_list<Cham
     sortie << texte.substr(0, ouvre);
     if (ouvre == std::string_view::npos) return;
     texte.remove_prefix(ouvre);
-    const std::size_t longueur = texte.find('}') + 1;
+    const std::size_t longueur = std::min(texte.find('}'), texte.size() - 1) + 1;
     const std::string_view nom = texte.substr(1, longueur - 2);
     const auto* champ =
         std::find_if(champs.begin(), champs.end(), [&](const Champ& c) { return c.nom == nom; });

@@ -6,18 +6,19 @@
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
-#include "primes/crible/crible.h"
 #include "primes/arithmetique/entier128.h"
+#include "primes/arithmetique/zz.h"
+#include "primes/crible/crible.h"
 #include "primes/facteurs/facteurs.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/primalite/primalite.h"
-#include "primes/arithmetique/zz.h"
 
 namespace premiers {
 
 namespace {
 
-/// The sieved bytes up to `plus_grand_diviseur`: 333 KB, made when first needed.
+/// The sieved bytes up to `plus_grand_diviseur` and a little beyond: 333 KB, made when first
+/// needed.
 const std::vector<std::uint8_t>& diviseurs() {
   static const std::vector<std::uint8_t> octets = [] {
     std::vector<std::uint8_t> o(plus_grand_diviseur / 30 + 1);
@@ -36,6 +37,7 @@ std::optional<std::uint64_t> petit_facteur(const NTL::ZZ& S) {
   for (std::size_t o = 0; o < octets.size(); ++o) {
     for (unsigned bits = octets[o]; bits != 0; bits &= bits - 1) {
       const auto p = 30 * o + residus[static_cast<std::size_t>(std::countr_zero(bits))];
+      if (p > plus_grand_diviseur) return std::nullopt;
       if (NTL::divide(S, static_cast<long>(p)) != 0) return p;
     }
   }

@@ -9,8 +9,6 @@
 namespace premiers {
 namespace {
 
-constexpr std::uint64_t racine_maximale = 0xffffffff;
-
 template <class Entier>
 Entier pgcd_binaire(Entier a, Entier n) {
   if (a == 0) return n;
@@ -24,15 +22,6 @@ Entier pgcd_binaire(Entier a, Entier n) {
 }
 
 }  // namespace
-
-std::uint64_t racine_carree(std::uint64_t n) {
-  // The double root is at most one too large or too small: relative error 2^-52 on a number < 2^32.
-  auto r = static_cast<std::uint64_t>(std::sqrt(static_cast<double>(n)));
-  if (r > racine_maximale) r = racine_maximale;
-  while (r * r > n) --r;
-  while (r < racine_maximale && (r + 1) * (r + 1) <= n) ++r;
-  return r;
-}
 
 std::uint64_t racine_carree(Entier128 n) {
   if (haut(n) == 0) return racine_carree(bas(n));

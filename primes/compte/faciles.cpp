@@ -25,7 +25,7 @@
 #include <vector>
 
 #include "primes/compte/phi.h"
-#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/racines.h"
 
 namespace premiers {
 
@@ -56,7 +56,7 @@ void sommer_pi(const Plan& plan, Devis& devis, std::uint64_t signe, std::uint64_
                std::uint64_t bas, std::uint64_t haut) {
   if (bas >= haut) return;
   const TablePi& pi = plan.pi;
-  const std::uint64_t racine = racine_entiere(w);
+  const std::uint64_t racine = racine_carree(w);
   const std::uint64_t pied = w / haut;
   // beyond c the sum goes by t in ]pied, cime]
   const std::uint64_t c = std::max(bas, racine);
@@ -124,33 +124,26 @@ std::vector<double> inverser(const std::vector<std::uint32_t>& premiers) {
   return inverses;
 }
 
-// The sum of pi(quotient(i)) from i = haut down, as far as the quotients lie in the window.
-template <typename Quotient>
-[[gnu::always_inline]] inline std::uint64_t sommer_fenetre(Rangee& rangee, const TablePi& fenetre,
-                                                           Quotient quotient) {
-  const std::uint64_t fin = fenetre.fin();
-  std::uint64_t somme = 0;
-  std::uint32_t i = rangee.haut;
-  for (; i > rangee.bas; --i) {
-    const std::uint64_t n = quotient(i);
-    if (n >= fin) break;
-    somme += fenetre(n);
-  }
-  rangee.haut = i;
-  return rangee.poids * somme;
-}
-
+// poids * sum of pi(w / r) for those w / r that lie in the window, from i = haut down.
 [[gnu::always_inline]] inline std::uint64_t balayer(Rangee& rangee, const TablePi& fenetre,
                                                     const Plan& plan,
                                                     const std::vector<double>& inverses) {
-  if (rangee.w >= borne_inverses) {
-    return sommer_fenetre(rangee, fenetre,
-                          [&plan, w = rangee.w](std::uint32_t i) { return w / plan.premiers[i]; });
+  const std::uint64_t w = rangee.w;
+  // w / r < fin for r > w / fin
+  const std::uint64_t borne = std::clamp<std::uint64_t>(w / fenetre.fin(), 5, plan.y);
+  const auto arret = static_cast<std::uint32_t>(
+      std::clamp<std::uint64_t>(plan.pi(borne), rangee.bas, rangee.haut));
+  std::uint64_t somme = 0;
+  if (w < borne_inverses) {
+    const double w_reel = static_cast<double>(w) + 0.5;
+    for (std::uint32_t i = rangee.haut; i > arret; --i) {
+      somme += fenetre(static_cast<std::uint64_t>(static_cast<std::int64_t>(w_reel * inverses[i])));
+    }
+  } else {
+    for (std::uint32_t i = rangee.haut; i > arret; --i) somme += fenetre(w / plan.premiers[i]);
   }
-  const double w = static_cast<double>(rangee.w) + 0.5;
-  return sommer_fenetre(rangee, fenetre, [w, inv = inverses.data()](std::uint32_t i) {
-    return static_cast<std::uint64_t>(static_cast<std::int64_t>(w * inv[i]));
-  });
+  rangee.haut = arret;
+  return rangee.poids * somme;
 }
 
 std::uint64_t balayer_portable(Rangee& rangee, const TablePi& fenetre, const Plan& plan,
@@ -184,7 +177,7 @@ std::uint64_t feuilles_faciles(const Plan& plan, const Suivi& suivi) {
   std::uint64_t total = 0;
   for (const Rangee& r : devis.rangees) total += r.haut - r.bas;
 
-  std::uint64_t cases = racine_entiere(plan.x) / 240 + 1;
+  std::uint64_t cases = racine_carree(plan.x) / 240 + 1;
   Crible crible(0, 8 * cases);
   TablePi fenetre;
   std::uint64_t faites = 0;

@@ -12,13 +12,13 @@
 #include <algorithm>
 #include <vector>
 
-#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/racines.h"
 
 namespace premiers {
 
 std::uint64_t compte_lucy(std::uint64_t x) {
   if (x < 3) return x == 2;
-  const std::uint64_t racine = racine_entiere(x);
+  const std::uint64_t racine = racine_carree(x);
   const auto x_reel = static_cast<double>(x);
   // petits[v] = S(v) for v <= racine; grands[i / 2] = S(x / i) for i odd
   std::vector<std::uint32_t> petits(racine + 1);

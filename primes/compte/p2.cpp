@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
-#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/racines.h"
 
 namespace premiers {
 
@@ -120,7 +120,7 @@ std::uint64_t compte_p2(const Plan& plan, const Suivi& suivi) {
   if (__builtin_cpu_supports("popcnt")) somme_lot = &sommer_popcnt;
 #endif
   const std::uint64_t a = plan.nombre();
-  Descente descente{plan.y, racine_entiere(plan.x)};
+  Descente descente{plan.y, racine_carree(plan.x)};
   Montee montee(plan.x / plan.y, suivi);
   std::uint64_t somme = 0;
   std::uint64_t b = a;

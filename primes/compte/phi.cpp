@@ -25,7 +25,7 @@ struct TablePhi {
 TablePhi table_phi() {
   constexpr std::size_t nombre = periode / 240 + 1;
   TablePhi table{std::vector<std::uint64_t>(nombre, ~std::uint64_t{0}), {}};
-  for (const std::uint64_t p : {7, 11, 13, 17}) effacer_multiples(table.drapeaux, p);
+  for (const std::uint32_t p : {7u, 11u, 13u, 17u}) effacer_multiples(table.drapeaux, p);
   std::uint64_t total = 0;
   for (const std::uint64_t mot : table.drapeaux) {
     table.avant.push_back(total);

@@ -8,7 +8,7 @@
 
 #include "primes/arithmetique/bits.h"
 #include "primes/crible/precrible.h"
-#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
 
 namespace premiers {
@@ -42,7 +42,7 @@ std::size_t Crible::taille() const {
 /// Sees to it that the small and medium primes whose square is before byte `octet_suivant` are
 /// there.
 void Crible::admettre(std::uint64_t octet_suivant) {
-  const std::uint64_t racine = racine_entiere(30 * octet_suivant - 1);
+  const std::uint64_t racine = racine_carree(30 * octet_suivant - 1);
   const std::uint64_t fin = std::min({racine, plafond_, premier_grand}) / 30 + 1;
   while (cribleurs_.octet < fin) {
     const std::uint64_t octet = cribleurs_.octet;

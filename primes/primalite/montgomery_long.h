@@ -7,60 +7,18 @@
 // than L words between two steps. With n < 2^(64 L - 4) products are left in (0, 2n) and sums and
 // differences of products in (0, 4n) without any correction, because 4n 4n < 2^(64 L) n.
 //
-// The length is a constant of the type: all loops are unrolled, and residues live in registers.
+// The length is a constant of the type, so that all loops are unrolled.
 #pragma once
 
-#include <array>
-#include <compare>
+#include <NTL/ZZ.h>
+
 #include <cstddef>
 #include <cstdint>
 
-#include "primes/arithmetique/entier128.h"
+#include "primes/arithmetique/entier_long.h"
 #include "primes/primalite/montgomery.h"
 
 namespace premiers {
-
-/// An integer of L words, the lowest first.
-template <std::size_t L>
-struct EntierLong {
-  std::array<std::uint64_t, L> mots{};
-
-  constexpr EntierLong() = default;
-  constexpr EntierLong(std::uint64_t x) { mots[0] = x; }  // NOLINT: an integer like any other
-
-  friend constexpr bool operator==(const EntierLong&, const EntierLong&) = default;
-  friend constexpr std::strong_ordering operator<=>(const EntierLong& a, const EntierLong& b) {
-    std::size_t i = L - 1;
-    while (i > 0 && a.mots[i] == b.mots[i]) --i;
-    return a.mots[i] <=> b.mots[i];
-  }
-};
-
-/// a + b and a - b modulo 2^(64 L).
-template <std::size_t L>
-[[gnu::always_inline]] constexpr EntierLong<L> operator+(const EntierLong<L>& a,
-                                                         const EntierLong<L>& b) {
-  EntierLong<L> r;
-  std::uint64_t retenue = 0;
-  for (std::size_t i = 0; i < L; ++i) {
-    const Entier128 s = Entier128{a.mots[i]} + b.mots[i] + retenue;
-    r.mots[i] = bas(s);
-    retenue = haut(s);
-  }
-  return r;
-}
-template <std::size_t L>
-[[gnu::always_inline]] constexpr EntierLong<L> operator-(const EntierLong<L>& a,
-                                                         const EntierLong<L>& b) {
-  EntierLong<L> r;
-  std::uint64_t emprunt = 0;
-  for (std::size_t i = 0; i < L; ++i) {
-    const Entier128 d = Entier128{a.mots[i]} - b.mots[i] - emprunt;
-    r.mots[i] = bas(d);
-    emprunt = haut(d) & 1;
-  }
-  return r;
-}
 
 /// The ring Z/nZ for odd n, 3 <= n < 2^(64 L - 4). Arguments of `somme` and `difference` must be
 /// products (or residues of `entrer`); those of `produit` and `carre` may be anything that these
@@ -75,20 +33,18 @@ struct MontgomeryLong {
   Entier r2;             ///< 2^(128 L) modulo n
   std::uint64_t oppose;  ///< -1 / n modulo 2^64
 
-  /// r2_modulo_n must be 2^(128 L) modulo the modulus.
-  constexpr MontgomeryLong(const Entier& modulus, const Entier& r2_modulo_n)
-      : n{modulus},
-        deux_n{modulus + modulus},
-        r2{r2_modulo_n},
-        oppose{0 - inverse_2_64(modulus.mots[0])} {}
+  explicit MontgomeryLong(const NTL::ZZ& modulus)
+      : n{en_mots<L>(modulus)},
+        deux_n{n + n},
+        r2{en_mots<L>(NTL::power2_ZZ(static_cast<long>(128 * L)) % modulus)},
+        oppose{0 - inverse_2_64(n.mots[0])} {}
 
-  [[gnu::always_inline]] constexpr Entier somme(const Entier& a, const Entier& b) const {
-    return a + b;
-  }
-  [[gnu::always_inline]] constexpr Entier difference(const Entier& a, const Entier& b) const {
-    return a + (deux_n - b);
-  }
-  [[gnu::noinline]] constexpr Entier produit(const Entier& a, const Entier& b) const {
+  Entier somme(const Entier& a, const Entier& b) const { return a + b; }
+  Entier difference(const Entier& a, const Entier& b) const { return a + (deux_n - b); }
+
+  /// Not inlined: of the 60 places where ECM multiplies, each would be a hundred instructions and
+  /// more, and take six times as long to compile.
+  [[gnu::noinline]] Entier produit(const Entier& a, const Entier& b) const {
     Entier t;
 #pragma GCC unroll 8
     for (std::size_t i = 0; i < L; ++i) {  // t = (t + a b[i] + f n) / 2^64
@@ -105,10 +61,10 @@ struct MontgomeryLong {
     }
     return t;
   }
-  [[gnu::always_inline]] constexpr Entier carre(const Entier& a) const { return produit(a, a); }
+  Entier carre(const Entier& a) const { return produit(a, a); }
 
   /// The residue of a small integer.
-  constexpr Entier entrer(std::uint64_t x) const { return produit(Entier{x}, r2); }
+  Entier entrer(std::uint64_t x) const { return produit(Entier{x}, r2); }
 };
 
 }  // namespace premiers

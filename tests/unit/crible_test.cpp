@@ -15,7 +15,7 @@
 
 #include "primes/arithmetique/bits.h"
 #include "primes/crible/crible_grand.h"
-#include "primes/arithmetique/racine.h"
+#include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
 
 namespace premiers {
@@ -326,12 +326,12 @@ TEST(Crible, le_suivi_monte_de_zero_a_un_et_peut_abandonner) {
 TEST(Racine, exacte_autour_des_carres) {
   for (const std::uint64_t r : {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{94906267},
                                 std::uint64_t{3037000499}, std::uint64_t{4294967295}}) {
-    EXPECT_EQ(racine_entiere(r * r), r);
-    EXPECT_EQ(racine_entiere(r * r + 2 * r), r);
+    EXPECT_EQ(racine_carree(r * r), r);
+    EXPECT_EQ(racine_carree(r * r + 2 * r), r);
     if (r == 0) continue;
-    EXPECT_EQ(racine_entiere(r * r - 1), r - 1);
+    EXPECT_EQ(racine_carree(r * r - 1), r - 1);
   }
-  EXPECT_EQ(racine_entiere(~std::uint64_t{0}), 4294967295u);
+  EXPECT_EQ(racine_carree(~std::uint64_t{0}), 4294967295u);
 }
 
 TEST(Bits, comptes_et_premiers_a_toutes_les_longueurs) {

@@ -1,0 +1,24 @@
+\\ SPDX-License-Identifier: MIT
+\\ Every way to cut a number into primes, by PARI/GP, to a file:
+\\   (echo 'N=2357235723572357235723572357235723572357; sortie="/tmp/chemins.txt";';
+\\    cat concat_chemins.gp) | gp -q -f
+default(parisizemax, 2 * 10^9);
+chiffres = Str(N);
+n = #chiffres;
+c = Vec(chiffres);
+morceau(t, u) = concat(c[t .. t + u - 1]);
+longueurs = vector(n, t, select(u -> ispseudoprime(eval(morceau(t, u))), [1 .. n - t + 1]));
+finir = vector(n + 1);
+finir[n + 1] = 1;
+forstep(t = n, 1, -1, finir[t] = sum(i = 1, #longueurs[t], finir[t + longueurs[t][i]]));
+\\ The text up to a cut is kept while what follows it is gone through.
+{
+  marcher(t, texte) =
+  if(t > n, write1(fichier, texte, ") "); return);
+  for(i = 1, #longueurs[t],
+    my(u = longueurs[t][i]);
+    if(finir[t + u], marcher(t + u, Str(texte, morceau(t, u), " "))));
+}
+fichier = sortie;
+marcher(1, " ( ");
+print(finir[1]);

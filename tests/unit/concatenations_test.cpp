@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: MIT
+#include "primes/concatenations/concatenations.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "concat_modele.h"
+
+namespace premiers {
+namespace {
+
+using NTL::ZZ;
+using Liste = std::vector<std::pair<std::string, std::string>>;  // number, ways
+
+struct Resultat {
+  Liste liste;
+  std::uint64_t effectif = 0;
+  std::uint64_t borne_due = 0;
+};
+
+Resultat chercher(const ZZ& debut, const ZZ& fin, bool premiers_seuls) {
+  Resultat r;
+  const auto garder = [&](std::string_view tete, const auto& effectifs) {
+    for (std::size_t d = 0; d < 10; ++d) {
+      std::ostringstream chemins;
+      chemins << effectifs[d];
+      if (effectifs[d] != 0) {
+        r.liste.emplace_back(std::string(tete) + std::to_string(d), chemins.str());
+      }
+    }
+  };
+  Dette dette;
+  r.effectif = chercher_concatenations({debut, fin, premiers_seuls}, {garder, garder}, dette);
+  r.borne_due = dette.borne_due;
+  return r;
+}
+
+/// The search, number by number; `prem` is asked for each number and each piece in turn.
+template <typename Prem>
+Liste chercher_litteralement(const ZZ& debut, const ZZ& fin, bool premiers_seuls, Prem prem) {
+  modele::Concatenations tables{prem};
+  Liste liste;
+  for (ZZ N = debut; N <= fin; ++N) {
+    const bool premier = prem(N);
+    if (premiers_seuls && !premier) continue;
+    const std::uint64_t chemins = tables.compter(modele::texte(N));
+    if (chemins > (premiers_seuls ? 1U : 0U)) {
+      liste.emplace_back(modele::texte(N), std::to_string(chemins));
+    }
+  }
+  return liste;
+}
+
+/// Compares list, count and the growth of the table with division by the primes in turn.
+void comparer(std::uint64_t debut, std::uint64_t fin, bool premiers_seuls) {
+  SCOPED_TRACE(std::to_string(debut) + " .. " + std::to_string(fin));
+  modele::Table table;
+  const auto prem = [&](const ZZ& S) { return table.est_premier(NTL::conv<unsigned long>(S)); };
+  const ZZ de = NTL::conv<ZZ>(debut);
+  const ZZ a = NTL::conv<ZZ>(fin);
+  const Liste attendue = chercher_litteralement(de, a, premiers_seuls, prem);
+  const Resultat r = chercher(de, a, premiers_seuls);
+  EXPECT_EQ(r.liste, attendue);
+  EXPECT_EQ(r.effectif, attendue.size());
+  EXPECT_EQ(modele::premier_apres(r.borne_due), table.premiers.back());
+}
+
+/// Numbers with few primes at their beginning, so that start entries are carried over.
+std::uint64_t nombre_au_hasard(std::mt19937_64& hasard) {
+  static const std::string debuts = "14689014689123457";
+  static const std::string suites = "0123456789014680146814680";
+  std::string chiffres(1, debuts[hasard() % debuts.size()]);
+  const std::size_t longueur = hasard() % 7;
+  while (chiffres.size() <= longueur) chiffres += suites[hasard() % suites.size()];
+  return std::max(1ULL, std::stoull(chiffres));
+}
+
+TEST(Concatenations, SmallRangesAgreeWithTheLiteralSearch) {
+  for (std::uint64_t debut = 1; debut <= 60; ++debut) {
+    for (std::uint64_t fin = debut; fin <= 130; fin += 3) {
+      comparer(debut, fin, false);
+      comparer(debut, fin, true);
+    }
+  }
+}
+
+TEST(Concatenations, RandomRangesAgreeWithTheLiteralSearch) {
+  std::mt19937_64 hasard(20240607);
+  for (int i = 0; i < 600; ++i) {
+    const std::uint64_t debut = nombre_au_hasard(hasard);
+    comparer(debut, debut + hasard() % (i % 4 == 0 ? 700 : 60), i % 4 == 3);
+  }
+}
+
+TEST(Concatenations, RangesThatCrossAPowerOfTenAgreeWithTheLiteralSearch) {
+  for (std::uint64_t puissance = 10; puissance <= 10'000'000; puissance *= 10) {
+    for (std::uint64_t avant : {1U, 2U, 9U, 10U, 11U, 70U}) {
+      comparer(puissance - std::min(avant, puissance - 1), puissance + avant, false);
+      comparer(puissance - std::min(avant, puissance - 1), puissance + avant, true);
+    }
+  }
+}
+
+TEST(Concatenations, SingleNumbersAgreeWithTheLiteralSearch) {
+  for (std::uint64_t n = 1; n <= 3000; ++n) {
+    comparer(n, n, false);
+    comparer(n, n, true);
+  }
+}
+
+TEST(Concatenations, RangesWithoutAnyPrimeOweWhatTheirPiecesOwe) {
+  // Inside of gaps between primes.
+  for (const auto& [debut, fin] : {std::pair{114U, 126U},
+                                   {1328U, 1360U},
+                                   {4832U, 4860U},
+                                   {9552U, 9586U},
+                                   {31398U, 31468U},
+                                   {155922U, 156006U},
+                                   {360654U, 360748U},
+                                   {492114U, 492226U},
+                                   {4652354U, 4652506U}}) {
+    for (unsigned de = debut; de < fin; de += 5) {
+      comparer(de, fin, false);
+      comparer(de, fin, true);
+    }
+  }
+}
+
+TEST(Concatenations, TheStartEntryIsCarriedOver) {
+  const Resultat r = chercher(ZZ(421), ZZ(423), false);
+  EXPECT_EQ(r.liste, (Liste{{"421", "1"}, {"423", "1"}}));
+}
+
+TEST(Concatenations, TheStartEntryCarriedOverIsUsedUp) {
+  // 12: the piece 2 begins at the second digit, so its length 1 would lead back to itself.
+  EXPECT_EQ(chercher(ZZ(11), ZZ(12), false).liste, (Liste{{"11", "1"}}));
+}
+
+TEST(Concatenations, LeadingZerosOfAPieceVanish) {
+  EXPECT_EQ(chercher(ZZ(2002), ZZ(2003), false).liste, (Liste{{"2002", "1"}, {"2003", "2"}}));
+}
+
+// From tests/derive_concatenations.py.
+TEST(Concatenations, KnownCountsOfPrimes) {
+  const std::uint64_t attendus[] = {0, 4, 57, 485, 4138, 35248, 306608};
+  ZZ puissance(10);
+  for (const std::uint64_t attendu : attendus) {
+    EXPECT_EQ(chercher(ZZ(1), puissance - 1, true).effectif, attendu) << puissance;
+    puissance *= 10;
+  }
+}
+
+TEST(Concatenations, KnownCountsOfNumbers) {
+  const std::uint64_t attendus[] = {4, 37, 352, 3458, 34451, 341746, 3395875};
+  ZZ puissance(10);
+  for (const std::uint64_t attendu : attendus) {
+    EXPECT_EQ(chercher(ZZ(1), puissance - 1, false).effectif, attendu) << puissance;
+    puissance *= 10;
+  }
+}
+
+TEST(Concatenations, NumbersBeyondTheLookedUpOnesAgreeWithTheLiteralSearch) {
+  std::mt19937_64 hasard(77);
+  const auto prem = [](const ZZ& S) { return NTL::ProbPrime(S, 20) != 0; };
+  for (int i = 0; i < 60; ++i) {
+    std::string chiffres(1, static_cast<char>('1' + hasard() % 9));
+    const std::size_t longueur = 9 + hasard() % 20;
+    while (chiffres.size() < longueur) {
+      chiffres += static_cast<char>('0' + (hasard() % 3 == 0 ? 0 : hasard() % 10));
+    }
+    const ZZ debut = NTL::conv<ZZ>(chiffres.c_str());
+    const ZZ fin = debut + static_cast<long>(hasard() % 40);
+    SCOPED_TRACE(chiffres);
+    const bool premiers_seuls = i % 3 == 0;
+    EXPECT_EQ(chercher(debut, fin, premiers_seuls).liste,
+              chercher_litteralement(debut, fin, premiers_seuls, prem));
+  }
+}
+
+TEST(Concatenations, TheTwoSizesOfNumbersMeetSeamlessly) {
+  const auto prem = [](const ZZ& S) { return NTL::ProbPrime(S, 20) != 0; };
+  for (const long exposant : {19L, 20L}) {
+    const ZZ milieu = NTL::power_ZZ(10, exposant);
+    EXPECT_EQ(chercher(milieu - 60, milieu + 140, false).liste,
+              chercher_litteralement(milieu - 60, milieu + 140, false, prem));
+  }
+}
+
+/// What division by the primes in turn obliges the table to, found by dividing.
+std::uint64_t note(const ZZ& S) {
+  if (S <= 2) return 0;
+  const ZZ racine = NTL::SqrRoot(S);
+  NTL::PrimeSeq suite;
+  for (long p = suite.next(); p <= racine && p <= 10'000'000; p = suite.next()) {
+    if (NTL::divide(S, p)) return static_cast<std::uint64_t>(p) - 1;
+    if (p > 1'000'000'000) break;
+  }
+  if (racine > 10'000'000 && !NTL::ProbPrime(S, 20)) return 0;  // the test has no such pieces
+  return NTL::NumBits(S) > 66 ? 0 : NTL::conv<unsigned long>(racine);
+}
+
+TEST(Concatenations, GrowthBeyondTheExactBound) {
+  // Long numbers of mostly zeros: their pieces are beyond 2^66, or small.
+  for (const char* chiffres :
+       {"100000000000000000000000000000", "400000000000000000000000000000680",
+        "600000000000000000000000901", "200000000000000000000000000004001"}) {
+    for (const bool premiers_seuls : {false, true}) {
+      std::uint64_t borne = 2;
+      const auto prem = [&](const ZZ& S) {
+        borne = std::max(borne, note(S));
+        return NTL::ProbPrime(S, 20) != 0;
+      };
+      const ZZ debut = NTL::conv<ZZ>(chiffres);
+      const Liste attendue = chercher_litteralement(debut, debut + 12, premiers_seuls, prem);
+      const Resultat r = chercher(debut, debut + 12, premiers_seuls);
+      EXPECT_EQ(r.liste, attendue) << chiffres;
+      EXPECT_EQ(r.borne_due, borne) << chiffres;
+    }
+  }
+}
+
+TEST(Concatenations, WaysBeyond64BitsAreCountedExactly) {
+  // 7 and 3 in turn: with 73, 37, 373 ... there are more ways than 2^64. The sum runs forward here,
+  // over primes decided by NTL.
+  std::string chiffres;
+  while (chiffres.size() < 120) chiffres += chiffres.size() % 2 == 0 ? "7" : "3";
+  std::vector<ZZ> chemins(chiffres.size() + 1);
+  chemins[0] = 1;
+  for (std::size_t t = 0; t < chiffres.size(); ++t) {
+    ZZ morceau;
+    for (std::size_t u = t; u < chiffres.size(); ++u) {
+      morceau = 10 * morceau + (chiffres[u] - '0');
+      if (NTL::ProbPrime(morceau, 10)) chemins[u + 1] += chemins[t];
+    }
+  }
+  ASSERT_GT(NTL::NumBits(chemins.back()), 64);
+  const ZZ N = NTL::conv<ZZ>(chiffres.c_str());
+  EXPECT_EQ(chercher(N, N, false).liste, (Liste{{chiffres, modele::texte(chemins.back())}}));
+}
+
+TEST(Concatenations, RefusesWhatIsNoRange) {
+  Dette dette;
+  EXPECT_THROW(chercher_concatenations({ZZ(0), ZZ(5), false}, {}, dette), std::invalid_argument);
+  EXPECT_THROW(chercher_concatenations({ZZ(6), ZZ(5), false}, {}, dette), std::invalid_argument);
+  EXPECT_THROW(chercher_concatenations({ZZ(1), NTL::power_ZZ(10, 256), false}, {}, dette),
+               std::invalid_argument);
+}
+
+TEST(Concatenations, ProgressRisesAndAbandonedWorkLeavesNoNote) {
+  double derniere = 0;
+  Dette dette;
+  const auto suivi = [&](double part) {
+    EXPECT_GE(part, derniere);
+    EXPECT_LE(part, 1);
+    derniere = part;
+  };
+  const ZZ debut = NTL::power_ZZ(10, 30);
+  chercher_concatenations({debut, debut + 300, false}, {}, dette, suivi);
+  EXPECT_GT(derniere, 0);
+  struct Assez {};
+  Dette intacte;
+  EXPECT_THROW(chercher_concatenations({debut, debut + 300, false}, {}, intacte,
+                                       [](double) { throw Assez{}; }),
+               Assez);
+  EXPECT_EQ(intacte.borne_due, Dette{}.borne_due);
+}
+
+}  // namespace
+}  // namespace premiers

@@ -1,0 +1,275 @@
+// SPDX-License-Identifier: MIT
+// What a decision by division would have left in the table of primes: each rule against division
+// itself, prime after prime, for every N up to 20,000 and for larger ones.
+#include "primes/dette.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include "primes/intervalle.h"
+#include "primes/prem.h"
+
+namespace premiers {
+namespace {
+
+constexpr std::int64_t jusqu = 20'000;
+
+/// The primes up to `limite` and some beyond, behind a slot 0.
+std::vector<std::int64_t> cribler(std::int64_t limite) {
+  std::vector<bool> compose(static_cast<std::size_t>(limite) + 1000);
+  std::vector<std::int64_t> premiers{0};
+  for (std::size_t n = 2; n < compose.size(); ++n) {
+    if (compose[n]) continue;
+    premiers.push_back(static_cast<std::int64_t>(n));
+    for (std::size_t m = n * n; m < compose.size(); m += n) compose[m] = true;
+  }
+  return premiers;
+}
+
+/// Division as the rules tell it, with a count of the primes that it needed.
+struct Division {
+  std::vector<std::int64_t> premiers;
+  std::int64_t np = 2;
+
+  std::int64_t premier(std::int64_t rang) {
+    np = std::max(np, rang);
+    return premiers[static_cast<std::size_t>(rang)];
+  }
+
+  /// S by the primes up to its exact root, the first prime above the root tried too.
+  bool prem(std::int64_t S) {
+    if (S < 2) return false;
+    if (S == 2) return true;
+    for (std::int64_t k = 1;; ++k) {
+      const std::int64_t p = premier(k);
+      if (S % p == 0) return false;
+      if (p * p > S) return true;
+    }
+  }
+
+  /// The same with the root in double precision, and without special cases.
+  bool prem1(std::int64_t S3) {
+    const auto racine = static_cast<std::int64_t>(std::sqrt(static_cast<double>(S3)));
+    for (std::int64_t k = 1;; ++k) {
+      const std::int64_t p = premier(k);
+      if (S3 % p == 0) return false;
+      if (p > racine) return true;
+    }
+  }
+
+  /// All factors; stops where the root of what is left is below the prime to be tried.
+  void decomposer(std::int64_t N) {
+    for (std::int64_t k = 1; N != 1; ++k) {
+      const std::int64_t p = premier(k);
+      if (p * p > N) return;
+      while (N % p == 0) N /= p;
+    }
+  }
+};
+
+/// What a fresh table holds once the debt is paid.
+std::int64_t np_paye(const Dette& dette) {
+  Table table;
+  payer(dette, table);
+  return table.np();
+}
+
+std::int64_t np_de_decomposition(std::int64_t N) {
+  Dette dette;
+  noter_decomposition(dette, decomposer(NTL::ZZ(N)));
+  return np_paye(dette);
+}
+
+struct DetteTest : ::testing::Test {
+  Division division{cribler(jusqu), 2};
+  /// What a fresh table would hold after `f`.
+  template <class F>
+  std::int64_t apres(F f) {
+    division.np = 2;
+    f();
+    return division.np;
+  }
+};
+
+TEST_F(DetteTest, PremOfEveryNumber) {
+  for (std::int64_t S = 0; S <= jusqu; ++S) {
+    bool attendu = false;
+    const std::int64_t np = apres([&] { attendu = division.prem(S); });
+    Dette dette;
+    ASSERT_EQ(prem(NTL::ZZ(S), dette), attendu) << S;
+    ASSERT_EQ(np_paye(dette), np) << S;
+    Dette note;
+    noter_division(note, NTL::ZZ(S));
+    ASSERT_EQ(np_paye(note), np) << S;
+  }
+}
+
+TEST_F(DetteTest, Prem1OfEveryNumber) {
+  for (std::int64_t S3 = 0; S3 <= jusqu; ++S3) {
+    bool attendu = false;
+    const std::int64_t np = apres([&] { attendu = division.prem1(S3); });
+    Dette dette;
+    ASSERT_EQ(prem1(S3, dette), attendu) << S3;
+    ASSERT_EQ(np_paye(dette), np) << S3;
+  }
+}
+
+TEST_F(DetteTest, Prem1GivesTrueForOneAndFalseForTwo) {
+  Dette dette;
+  EXPECT_TRUE(prem1(1, dette));
+  EXPECT_FALSE(prem1(2, dette));
+  EXPECT_FALSE(prem1(0, dette));
+  EXPECT_TRUE(prem1(3, dette));
+  EXPECT_EQ(np_paye(dette), 2);
+}
+
+TEST_F(DetteTest, DecompositionOfEveryNumber) {
+  for (std::int64_t N = 1; N <= jusqu; ++N) {
+    const std::int64_t np = apres([&] { division.decomposer(N); });
+    ASSERT_EQ(np_de_decomposition(N), np) << N;
+  }
+}
+
+TEST_F(DetteTest, LargerSquaresCubesAndProducts) {
+  for (std::size_t k = 3; k + 1 < division.premiers.size(); k += 7) {
+    const std::int64_t p = division.premiers[k];
+    const std::int64_t q = division.premiers[k + 1];
+    if (q > jusqu) break;
+    for (const std::int64_t N : {p * p, p * q, p * p - 2, p * p + 2, p * p * 3, 2 * p * q,
+                                 p * p * p <= jusqu * jusqu ? p * p * p : p}) {
+      if (N > jusqu * jusqu) continue;
+      ASSERT_EQ(np_de_decomposition(N), apres([&] { division.decomposer(N); })) << N;
+      Dette dette;
+      prem(NTL::ZZ(N), dette);
+      ASSERT_EQ(np_paye(dette), apres([&] { division.prem(N); })) << N;
+      Dette dette1;
+      prem1(N, dette1);
+      ASSERT_EQ(np_paye(dette1), apres([&] { division.prem1(N); })) << N;
+    }
+  }
+}
+
+TEST_F(DetteTest, EverySmallIntervalAndEmptyOnesHigherUp) {
+  const auto verifier = [&](std::int64_t debut, std::int64_t fin) {
+    const std::int64_t np = apres([&] {
+      for (std::int64_t n = std::max<std::int64_t>(debut, 5) | 1; n <= fin; n += 2) {
+        division.prem1(n);
+      }
+    });
+    Dette dette;
+    noter_intervalle(dette, {debut, fin});
+    ASSERT_EQ(np_paye(dette), np) << debut << " to " << fin;
+  };
+  for (std::int64_t debut = -3; debut <= 130; ++debut) {
+    for (std::int64_t fin = debut - 1; fin <= debut + 60; ++fin) verifier(debut, fin);
+  }
+  for (std::size_t k = 100; k + 1 < division.premiers.size(); k += 11) {
+    const std::int64_t p = division.premiers[k];
+    if (p >= jusqu) break;
+    verifier(p + 1, division.premiers[k + 1] - 1);  // no prime at all
+    verifier(p * p - 6, p * p + 1);                 // just past a square
+    verifier(p * p, p * p);
+    verifier(p * p - 40, p * p + 40);
+  }
+}
+
+// The bounds of an interval can be any 64-bit number.
+TEST_F(DetteTest, IntervalsWithoutAnyPositiveNumberOweNothing) {
+  constexpr std::int64_t le_plus_petit = std::numeric_limits<std::int64_t>::min();
+  for (const std::int64_t fin : {le_plus_petit, le_plus_petit + 1, std::int64_t{-2},
+                                 std::int64_t{-1}, std::int64_t{0}, std::int64_t{1}}) {
+    Dette dette;
+    noter_intervalle(dette, {le_plus_petit, fin});
+    EXPECT_EQ(dette.borne_due, Dette{}.borne_due) << fin;
+  }
+}
+
+// 2^63 - 1 = 7^2 73 127 337 92737 649657 and 2^63 - 3 is a multiple of 5; 2^63 - 25 is prime, with
+// the root 3037000499.97 (R. Crandall, C. Pomerance, "Prime Numbers"; C. Caldwell's Prime Pages,
+// "Primes just less than a power of two").
+TEST_F(DetteTest, IntervalsAtTheUpperEnd) {
+  constexpr std::int64_t le_plus_grand = std::numeric_limits<std::int64_t>::max();
+  Dette un;
+  noter_intervalle(un, {le_plus_grand, le_plus_grand});
+  EXPECT_EQ(un.borne_due, 6U);
+  Dette trois;
+  noter_intervalle(trois, {le_plus_grand - 2, le_plus_grand});
+  EXPECT_EQ(trois.borne_due, 6U);
+  Dette premier;
+  noter_intervalle(premier, {le_plus_grand - 24, le_plus_grand});
+  EXPECT_EQ(premier.borne_due,
+            static_cast<std::uint64_t>(std::sqrt(static_cast<double>(le_plus_grand - 24))));
+}
+
+// Here the root in double precision is one more than the exact root, and a prime: q^2 - 2, with the
+// first q above 2^27 for which both are prime.
+TEST_F(DetteTest, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore) {
+  const auto sans_diviseur = [](std::int64_t n) {
+    for (std::int64_t d = 2; d * d <= n; ++d) {
+      if (n % d == 0) return false;
+    }
+    return true;
+  };
+  std::int64_t q = (std::int64_t{1} << 27U) + 1;
+  while (static_cast<std::int64_t>(std::sqrt(static_cast<double>(q * q - 2))) != q ||
+         !sans_diviseur(q) || !sans_diviseur(q * q - 2)) {
+    q += 2;
+  }
+  const std::int64_t S3 = q * q - 2;
+  ASSERT_EQ(NTL::SqrRoot(NTL::ZZ(S3)), q - 1);
+  Dette arrondie;
+  EXPECT_TRUE(prem1(S3, arrondie));
+  EXPECT_EQ(arrondie.borne_due, static_cast<std::uint64_t>(q));
+  Dette intervalle;
+  noter_intervalle(intervalle, {S3, S3});
+  EXPECT_EQ(intervalle.borne_due, static_cast<std::uint64_t>(q));
+  Dette exacte;
+  EXPECT_TRUE(prem(NTL::ZZ(S3), exacte));
+  EXPECT_EQ(exacte.borne_due, static_cast<std::uint64_t>(q - 1));
+  Dette decomposition;
+  noter_decomposition(decomposition, decomposer(NTL::ZZ(S3)));
+  EXPECT_EQ(decomposition.borne_due, static_cast<std::uint64_t>(q - 1));
+}
+
+TEST_F(DetteTest, OnlyTheLargestNoteCounts) {
+  Dette dette;
+  dette.noter(100);
+  dette.noter(50);
+  EXPECT_EQ(dette.borne_due, 100U);
+  dette.noter(101);
+  EXPECT_EQ(dette.borne_due, 101U);
+  EXPECT_EQ(np_paye(dette), 27) << "26 primes up to 101, and 103";
+}
+
+TEST_F(DetteTest, ANoteBeyondTheLimitIsNotTaken) {
+  Dette dette;
+  dette.noter(Dette::borne_max + 1);
+  EXPECT_EQ(dette.borne_due, Dette{}.borne_due);
+  dette.noter(Dette::borne_max);
+  EXPECT_EQ(dette.borne_due, Dette::borne_max);
+  // Both factors of the product of two primes near 2^34 are beyond it.
+  Dette grande;
+  noter_decomposition(grande,
+                      std::vector<Facteur>{{NTL::ZZ(17179869107), 1}, {NTL::ZZ(17179869143), 1}});
+  EXPECT_EQ(grande.borne_due, std::uint64_t{131072} - 1)
+      << "the root of the last factor, just below 2^17, is all that is noted";
+}
+
+TEST_F(DetteTest, PayingChangesNothingWhereTheTableReachesFarEnough) {
+  Dette dette;
+  dette.noter(1000);
+  Table table;
+  table.etendre_au_rang(500);
+  payer(dette, table);
+  EXPECT_EQ(table.np(), 500);
+  payer(Dette{}, table);
+  EXPECT_EQ(table.np(), 500);
+}
+
+}  // namespace
+}  // namespace premiers

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// The manners of the guest: silent, without signal handlers, without threads, with bounded memory,
+// and with an exception where memory ends.
+#include "primes/facteurs/pont_pari.h"
+
+#include <NTL/ZZ.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <new>
+#include <string>
+
+namespace premiers {
+namespace {
+
+using NTL::ZZ;
+
+ZZ premier_long() { return NTL::NextPrime(NTL::power(ZZ{10}, 180), 10); }
+
+TEST(PontPari, GivesThePrimesOfAProduct) {
+  const ZZ p = NTL::power2_ZZ(61) - 1;
+  const ZZ q = NTL::power2_ZZ(89) - 1;
+  const auto d = pari::diviseurs_premiers(p * q * q);
+  ASSERT_EQ(d.size(), 2U);
+  EXPECT_EQ(d[0], p);
+  EXPECT_EQ(d[1], q);
+}
+
+TEST(PontPari, BadInputHasNoDivisors) {
+  EXPECT_TRUE(pari::diviseurs_premiers(ZZ{1}).empty());
+  EXPECT_TRUE(pari::diviseurs_premiers(ZZ{0}).empty());
+  EXPECT_TRUE(pari::diviseurs_premiers(ZZ{-6}).empty());
+  EXPECT_FALSE(pari::est_premier_prouve(ZZ{-7}));
+}
+
+TEST(PontPari, SaysNothingEvenWhenItsStackGrows) {
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(pari::est_premier_prouve(premier_long()));
+  std::fflush(nullptr);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(PontPari, LeavesTheSignalsAlone) {
+  EXPECT_TRUE(pari::est_premier_prouve(NTL::power2_ZZ(89) - 1));
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGFPE, SIGBUS, SIGPIPE, SIGALRM}) {
+    struct sigaction action {};
+    ASSERT_EQ(sigaction(signal, nullptr, &action), 0);
+    EXPECT_EQ(action.sa_handler, SIG_DFL) << signal;
+  }
+}
+
+TEST(PontPari, StartsNoThread) {
+  EXPECT_TRUE(pari::est_premier_prouve(premier_long()));
+  const std::filesystem::path fils{"/proc/self/task"};
+  if (!std::filesystem::exists(fils)) GTEST_SKIP() << "no /proc here";
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer has threads of its own";
+#endif
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator{fils}, {}), 1);
+}
+
+TEST(PontPari, ManyCallsTakeNoMoreMemoryThanFew) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer keeps freed memory";
+#endif
+  const auto travailler = [](int fois) {
+    for (int i = 0; i < fois; ++i) {
+      const ZZ p = NTL::power(ZZ{10}, 13) + 37;  // prime
+      pari::diviseurs_premiers(p * (NTL::power(ZZ{10}, 12) + 39));
+    }
+  };
+  const auto plus_haut = [] {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+  };
+  travailler(50);
+  const long avant = plus_haut();
+  travailler(500);
+  EXPECT_LT(plus_haut() - avant, 2000);  // kilobytes
+}
+
+/// Ends the process in the program's way when memory ends.
+[[noreturn]] void prouver_avec(rlim_t octets) {
+  const ZZ p = premier_long();
+  const rlimit limite{octets, octets};
+  setrlimit(RLIMIT_AS, &limite);
+  try {
+    std::_Exit(pari::est_premier_prouve(p) ? 0 : 1);
+  } catch (const std::bad_alloc&) {
+    std::_Exit(2);
+  }
+}
+
+TEST(PontPariDeathTest, WithoutMemoryItThrowsAndSaysNothing) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "the sanitizer needs the address space";
+#endif
+  GTEST_FLAG_SET(death_test_style, "threadsafe");  // a process in which the library is not started
+  constexpr rlim_t mega = rlim_t{1} << 20U;
+  EXPECT_EXIT(prouver_avec(2000 * mega), testing::ExitedWithCode(0), "^$");
+  EXPECT_EXIT(prouver_avec(30 * mega), testing::ExitedWithCode(2), "^$");
+}
+
+}  // namespace
+}  // namespace premiers
