@@ -2,7 +2,6 @@
 \\ Every way to cut a number into primes, by PARI/GP, to a file:
 \\   (echo 'N=2357235723572357235723572357235723572357; sortie="/tmp/chemins.txt";';
 \\    cat concat_chemins.gp) | gp -q -f
-default(parisizemax, 2 * 10^9);
 chiffres = Str(N);
 n = #chiffres;
 c = Vec(chiffres);
@@ -14,11 +13,12 @@ forstep(t = n, 1, -1, finir[t] = sum(i = 1, #longueurs[t], finir[t + longueurs[t
 \\ The text up to a cut is kept while what follows it is gone through.
 {
   marcher(t, texte) =
-  if(t > n, write1(fichier, texte, ") "); return);
+  if(t > n, filewrite1(fichier, Str(texte, ") ")); return);
   for(i = 1, #longueurs[t],
     my(u = longueurs[t][i]);
     if(finir[t + u], marcher(t + u, Str(texte, morceau(t, u), " "))));
 }
-fichier = sortie;
+fichier = fileopen(sortie, "w");
 marcher(1, " ( ");
+fileclose(fichier);
 print(finir[1]);

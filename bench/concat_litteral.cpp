@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The yardstick of the search of a range: its literal steps over the primes of libprimesieve. Every
-// piece of every number is looked up in a bitmap, the starts and lengths are tabulated, every way is
-// walked. Prints what choice 2 of the menu prints after its question, whole list.
+// piece of every number is looked up in a bitmap, the starts and lengths are tabulated, every way
+// is walked. Prints what choice 2 of the menu prints after its question, whole list.
 //
 //   g++ -O3 -DNDEBUG -std=c++20 concat_litteral.cpp -lprimesieve -o concat_litteral
 //   concat_litteral FIRST LAST > list
-#include <primesieve.hpp>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <primesieve.hpp>
 #include <vector>
 
 namespace {
@@ -84,5 +83,6 @@ int main(int argc, char** argv) {
     std::printf("%llu[%llu]  ", static_cast<unsigned long long>(n),
                 static_cast<unsigned long long>(w1));
   }
-  std::printf(" \n \n \t Il y a  %llu  nombres de ce type. \n ", static_cast<unsigned long long>(w2));
+  std::printf(" \n \n \t Il y a  %llu  nombres de ce type. \n ",
+              static_cast<unsigned long long>(w2));
 }

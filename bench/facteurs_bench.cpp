@@ -7,10 +7,10 @@
 #include <random>
 #include <vector>
 
+#include "primes/arithmetique/zz.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/primalite/primalite.h"
-#include "primes/arithmetique/zz.h"
 
 namespace premiers {
 namespace {

@@ -5,8 +5,9 @@
 #include <array>
 #include <charconv>
 #include <cstring>
-#include <sstream>
 #include <utility>
+
+#include "primes/arithmetique/zz.h"
 
 namespace premiers {
 
@@ -50,10 +51,7 @@ Sortie& operator<<(Sortie& sortie, std::int64_t nombre) {
 
 Sortie& operator<<(Sortie& sortie, const NTL::ZZ& nombre) {
   if (NTL::NumBits(nombre) < 63) return sortie << NTL::conv<std::int64_t>(nombre);
-  std::ostringstream texte;
-  texte.imbue(std::locale::classic());
-  texte << nombre;
-  return sortie << texte.str();
+  return sortie << en_decimal(nombre);
 }
 
 }  // namespace premiers

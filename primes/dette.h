@@ -10,8 +10,8 @@
 #include <cstdint>
 #include <span>
 
-#include "primes/facteurs/facteurs.h"
 #include "primes/arithmetique/suivi.h"
+#include "primes/facteurs/facteurs.h"
 #include "primes/table.h"
 
 namespace premiers {

@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "primes/arithmetique/bits.h"
+#include "primes/arithmetique/roue.h"
 #include "primes/compte/compte.h"
 #include "primes/prem.h"
 #include "primes/primalite/primalite.h"
-#include "primes/arithmetique/roue.h"
 
 namespace premiers {
 

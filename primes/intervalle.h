@@ -11,9 +11,9 @@
 #include <span>
 #include <vector>
 
+#include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible.h"
 #include "primes/dette.h"
-#include "primes/arithmetique/suivi.h"
 
 namespace premiers {
 

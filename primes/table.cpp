@@ -39,6 +39,11 @@ std::uint64_t masque_jusqu_a(std::uint64_t v) {
   return n == 0 ? 0 : ~std::uint64_t{0} >> (64 - n);
 }
 
+/// Tells how far it is; the last block goes beyond what is wanted.
+void dire_part(const Suivi& suivi, double fait, double voulu) {
+  if (suivi) suivi(std::min(fait / voulu, 1.0));
+}
+
 /// Clears the lowest `n` set bits.
 std::uint64_t sans_les_premiers(std::uint64_t mot, std::uint32_t n) {
   for (; n > 0; --n) mot &= mot - 1;
@@ -213,7 +218,7 @@ void Table::etendre_au_rang(std::int64_t rang, const Suivi& suivi) {
   if (rang <= np_) return;
   while (rangs_cribles_ < rang || blocs_.empty()) {
     cribler_un_bloc();
-    if (suivi) suivi(static_cast<double>(rangs_cribles_) / static_cast<double>(rang));
+    dire_part(suivi, static_cast<double>(rangs_cribles_), static_cast<double>(rang));
   }
   dernier_ = curseur(rang).premier;
   np_ = rang;
@@ -224,7 +229,7 @@ void Table::etendre_au_dela(std::int64_t borne, const Suivi& suivi) {
   const auto voulu = static_cast<std::uint64_t>(borne) / 30;
   while (octets_cribles() <= voulu) {
     cribler_un_bloc();
-    if (suivi) suivi(static_cast<double>(octets_cribles()) / static_cast<double>(voulu + 1));
+    dire_part(suivi, static_cast<double>(octets_cribles()), static_cast<double>(voulu + 1));
   }
   etendre_au_rang(rang_crible(static_cast<std::uint64_t>(borne)) + 1, suivi);
 }

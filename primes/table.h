@@ -2,11 +2,11 @@
 // The table of primes by rank, the memory of the whole program: it grows for the life of the
 // process and never loses an entry.
 //
-// One bit for each integer coprime to 30 (primes/arithmetique/roue.h), in blocks that are sieved in place and
-// never moved, so growing copies nothing. A small directory holds the number of primes before each
-// block, and before each line of 64 bytes within it; a rank or a value is found by a binary search
-// in the blocks, one in the lines, and eight population counts. The table runs to the prime
-// `dernier`; the rest of the last block is sieved ahead and not part of it.
+// One bit for each integer coprime to 30 (primes/arithmetique/roue.h), in blocks that are sieved in
+// place and never moved, so growing copies nothing. A small directory holds the number of primes
+// before each block, and before each line of 64 bytes within it; a rank or a value is found by a
+// binary search in the blocks, one in the lines, and eight population counts. The table runs to the
+// prime `dernier`; the rest of the last block is sieved ahead and not part of it.
 //
 // Memory: 1/30 byte for each integer covered, 1/16 of that for the lines, at most 1/16 of it ahead.
 // Growing: the cost of the sieve. Limit: primes below 2^63.
@@ -20,9 +20,9 @@
 #include <span>
 #include <vector>
 
-#include "primes/crible/crible.h"
 #include "primes/arithmetique/roue.h"
 #include "primes/arithmetique/suivi.h"
+#include "primes/crible/crible.h"
 
 namespace premiers {
 

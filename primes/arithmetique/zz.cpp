@@ -3,6 +3,9 @@
 #include "primes/arithmetique/zz.h"
 
 #include <array>
+#include <cstring>
+
+#include "primes/arithmetique/gmp_zz.h"
 
 namespace premiers {
 namespace {
@@ -32,5 +35,13 @@ NTL::ZZ en_zz(std::uint64_t n) { return depuis_octets(n); }
 NTL::ZZ en_zz(Entier128 n) { return depuis_octets(n); }
 std::uint64_t en_entier64(const NTL::ZZ& n) { return vers_octets<std::uint64_t>(n); }
 Entier128 en_entier128(const NTL::ZZ& n) { return vers_octets<Entier128>(n); }
+
+std::string en_decimal(const NTL::ZZ& n) {
+  const VueGmp vue(n);
+  std::string texte(mpz_sizeinbase(vue.z, 10) + 2, '\0');  // room for a sign and the NUL
+  mpz_get_str(texte.data(), 10, vue.z);
+  texte.resize(std::strlen(texte.data()));
+  return texte;
+}
 
 }  // namespace premiers

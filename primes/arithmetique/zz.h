@@ -6,6 +6,7 @@
 #include <NTL/ZZ.h>
 
 #include <cstdint>
+#include <string>
 
 #include "primes/arithmetique/entier128.h"
 
@@ -19,5 +20,8 @@ NTL::ZZ en_zz(Entier128 n);
 /// fits.
 std::uint64_t en_entier64(const NTL::ZZ& n);
 Entier128 en_entier128(const NTL::ZZ& n);
+
+/// The decimal digits of n >= 0.
+std::string en_decimal(const NTL::ZZ& n);
 
 }  // namespace premiers

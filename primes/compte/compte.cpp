@@ -20,12 +20,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "primes/arithmetique/racines.h"
 #include "primes/compte/difficiles.h"
 #include "primes/compte/faciles.h"
 #include "primes/compte/lucy.h"
 #include "primes/compte/p2.h"
 #include "primes/compte/phi.h"
-#include "primes/arithmetique/racines.h"
 
 namespace premiers {
 

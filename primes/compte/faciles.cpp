@@ -24,8 +24,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "primes/compte/phi.h"
 #include "primes/arithmetique/racines.h"
+#include "primes/compte/phi.h"
 
 namespace premiers {
 

@@ -13,8 +13,8 @@
 #include <immintrin.h>
 #endif
 
-#include "primes/compte/tables.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/compte/tables.h"
 
 namespace premiers {
 
@@ -143,7 +143,8 @@ constexpr SegmentCompte::Noyaux noyaux_portables{
 
 #endif
 
-// The multiples of primes 30 k + residus[R], by the residue of the cofactor (primes/arithmetique/roue.h).
+// The multiples of primes 30 k + residus[R], by the residue of the cofactor
+// (primes/arithmetique/roue.h).
 struct TableCroix {
   std::array<std::uint8_t, 8> bits{};
   std::array<std::uint8_t, 8> decalages{};

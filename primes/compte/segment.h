@@ -2,9 +2,9 @@
 // A segment of flags that one prime after the other is taken out of, while the number of flags left
 // up to any n is asked in between: the counting sieve of the hard leaves.
 //
-// A flag is a bit on the wheel of 30 (primes/arithmetique/roue.h). Each block of 8 words, a cache line, has a
-// count of its own, kept up to date by crossing off. Counting up to n is a sum of block counts,
-// done beforehand where many n are asked, and of at most 8 words.
+// A flag is a bit on the wheel of 30 (primes/arithmetique/roue.h). Each block of 8 words, a cache
+// line, has a count of its own, kept up to date by crossing off. Counting up to n is a sum of block
+// counts, done beforehand where many n are asked, and of at most 8 words.
 #pragma once
 
 #include <cstddef>

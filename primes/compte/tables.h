@@ -10,8 +10,8 @@
 #include <span>
 #include <vector>
 
-#include "primes/crible/crible.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/crible.h"
 
 namespace premiers {
 

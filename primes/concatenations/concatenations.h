@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The numbers of a range whose digits can be cut into consecutive primes, each with its number of
-// ways. Methods, costs and the start entry that is carried over are told in concatenations.cpp.
+// ways. The method and its costs are told in parcours.h, the start entry that a search carries from
+// one number to the next in report.h.
 #pragma once
 
 #include <NTL/ZZ.h>
@@ -11,8 +12,8 @@
 #include <span>
 #include <string_view>
 
-#include "primes/dette.h"
 #include "primes/arithmetique/suivi.h"
+#include "primes/dette.h"
 
 namespace premiers {
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Primality that is looked up ten numbers at a time. Of the numbers 10 d .. 10 d + 9 of a decade
-// d > 0 only those that end in 1, 3, 7 or 9 can be prime; a sieved byte (primes/arithmetique/roue.h) holds three
-// decades, so a table of 256 * 3 entries turns it into the four answers.
+// d > 0 only those that end in 1, 3, 7 or 9 can be prime; a sieved byte
+// (primes/arithmetique/roue.h) holds three decades, so a table of 256 * 3 entries turns it into the
+// four answers.
 //
 // Cost: the sieve of the window, then a nanosecond for each decade. Memory: 1/30 byte for each
 // number of the window, 33 MB up to 10^9.
@@ -12,9 +13,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "primes/arithmetique/roue.h"
 #include "primes/arithmetique/suivi.h"
+#include "primes/crible/crible.h"
 
 namespace premiers {
 
@@ -38,6 +42,31 @@ inline constexpr auto touches_de_decade = [] {
 
 static_assert(touches_de_decade[0xFF] == std::array<std::uint8_t, 3>{0b0101, 0b1111, 0b1010});
 
+/// Sets of digits, as ten bits.
+using Chiffres = unsigned;
+inline constexpr Chiffres premiers_a_un_chiffre = 1U << 2 | 1U << 3 | 1U << 5 | 1U << 7;
+
+/// The set of digits behind four bits of a decade.
+inline constexpr auto en_chiffres = [] {
+  std::array<std::uint16_t, 16> t{};
+  for (std::size_t touches = 0; touches < 16; ++touches) {
+    for (std::size_t i = 0; i < 4; ++i) {
+      if ((touches >> i & 1) != 0) t[touches] |= static_cast<std::uint16_t>(1U << finales[i]);
+    }
+  }
+  return t;
+}();
+
+/// masques[touches][i]: all bits, if number i of the decade is prime.
+inline constexpr auto masques = [] {
+  std::array<std::array<std::uint64_t, 4>, 16> t{};
+  for (std::size_t touches = 0; touches < 16; ++touches) {
+    for (std::size_t i = 0; i < 4; ++i) t[touches][i] = 0 - (std::uint64_t{touches} >> i & 1);
+  }
+  return t;
+}();
+
+/// The decades from 0 to some limit, sieved beforehand.
 struct Decades {
   /// No decade at all.
   Decades() = default;
@@ -54,6 +83,30 @@ struct Decades {
  private:
   std::uint64_t nombre_ = 0;
   std::unique_ptr<std::uint8_t[]> octets_;
+};
+
+/// Decades sieved window after window as they are asked for. Made for askers that go upward, in
+/// small steps; one that starts again from below costs a new sieve.
+struct DecadesGlissantes {
+  /// No decade above `derniere` <= derniere_max is going to be asked for.
+  explicit DecadesGlissantes(std::uint64_t derniere) : derniere_(derniere) {}
+
+  static constexpr std::uint64_t derniere_max = 3 * Crible::octet_max - 1;
+
+  /// Which of 10 d + 1, 3, 7, 9 are prime; 0 < d <= derniere. `suivi` is called if that sieves.
+  unsigned demander(std::uint64_t d, const Suivi& suivi) {
+    if (d < debut_ || d >= fin_) glisser(d, suivi);
+    return touches_de_decade[octets_[(d - debut_) / 3]][(d - debut_) % 3];
+  }
+
+ private:
+  void glisser(std::uint64_t d, const Suivi& suivi);
+
+  std::uint64_t derniere_;
+  std::optional<Crible> crible_;
+  std::vector<std::uint8_t> octets_;
+  std::uint64_t debut_ = 0;  // the decades of the window: debut_ .. fin_ - 1
+  std::uint64_t fin_ = 0;
 };
 
 }  // namespace premiers

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <locale>
-#include <sstream>
 
+#include "primes/arithmetique/zz.h"
 #include "primes/primalite/primalite.h"
 
 namespace premiers {
@@ -34,15 +34,8 @@ NTL::ZZ valeur_des_chiffres(std::string_view chiffres) {
   return valeur;
 }
 
-std::string chiffres_de(const NTL::ZZ& N) {
-  std::ostringstream texte;
-  texte.imbue(std::locale::classic());
-  texte << N;
-  return texte.str();
-}
-
 Decoupe decouper(const NTL::ZZ& N, const Suivi& suivi) {
-  Decoupe decoupe{chiffres_de(N), {}, {}};
+  Decoupe decoupe{en_decimal(N), {}, {}};
   const std::size_t n = decoupe.chiffres.size();
   decoupe.longueurs.resize(n);
   decoupe.chemins.resize(n + 1);

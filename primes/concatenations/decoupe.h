@@ -15,16 +15,13 @@
 #include <string_view>
 #include <vector>
 
-#include "primes/dette.h"
 #include "primes/arithmetique/suivi.h"
+#include "primes/dette.h"
 
 namespace premiers {
 
 /// The value of a string of digits; 0 for the empty one. Leading zeros vanish.
 NTL::ZZ valeur_des_chiffres(std::string_view chiffres);
-
-/// The digits of N > 0.
-std::string chiffres_de(const NTL::ZZ& N);
 
 struct Decoupe {
   std::string chiffres;

@@ -5,6 +5,7 @@
 
 #include "primes/arithmetique/entier128.h"
 #include "primes/prem.h"
+#include "primes/primalite/primalite.h"
 
 namespace premiers {
 
@@ -57,6 +58,17 @@ void DetteMorceaux::noter(std::string_view chiffres, Morceaux morceaux) {
 void noter_morceaux(Dette& dette, const Decoupe& decoupe) {
   const bool abandonne = decoupe.longueurs.front().empty();
   DetteMorceaux(dette).noter(decoupe.chiffres, abandonne ? Morceaux::du_debut : Morceaux::tous);
+}
+
+// The largest prime P obliges to its root, which is enough for all that is not above P: a composite
+// has a factor below its root. A piece above P is a number of the range itself.
+bool noter_par_le_plus_grand_premier(Dette& dette, const NTL::ZZ& debut, const NTL::ZZ& fin) {
+  if (NTL::NumBits(fin) > bits_borne_exacte) return false;
+  NTL::ZZ P = fin;
+  while (P >= debut && !est_premier(P)) --P;
+  if (P < debut) return false;
+  for (NTL::ZZ N = P; N <= fin; ++N) noter_division(dette, N);
+  return true;
 }
 
 }  // namespace premiers

@@ -6,6 +6,8 @@
 // at first some dozens, once a long prime piece is noted next to none.
 #pragma once
 
+#include <NTL/ZZ.h>
+
 #include <cstddef>
 #include <string_view>
 
@@ -42,5 +44,10 @@ struct DetteMorceaux {
 
 /// The note of one number that has been cut.
 void noter_morceaux(Dette& dette, const Decoupe& decoupe);
+
+/// Notes the numbers debut .. fin and all their pieces, if there is a prime below 2^66 among them
+/// and none of them is above 2^66; gives false, and notes nothing, if it is not so. It takes the
+/// time of a few hundred tests at most.
+bool noter_par_le_plus_grand_premier(Dette& dette, const NTL::ZZ& debut, const NTL::ZZ& fin);
 
 }  // namespace premiers

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
-#include "primes/crible/precrible.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/precrible.h"
 
 namespace premiers {
 

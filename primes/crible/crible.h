@@ -17,16 +17,16 @@
 #include <memory>
 #include <span>
 
+#include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible_grand.h"
 #include "primes/crible/crible_moyen.h"
 #include "primes/crible/crible_petit.h"
 #include "primes/crible/premiers_cribleurs.h"
-#include "primes/arithmetique/suivi.h"
 
 namespace premiers {
 
-/// Sieve of Eratosthenes over consecutive segments of bytes (primes/arithmetique/roue.h): bit set = prime.
-/// 2, 3, 5 have no bit; 1 is not prime (bit 0 of byte 0 is clear).
+/// Sieve of Eratosthenes over consecutive segments of bytes (primes/arithmetique/roue.h): bit set =
+/// prime. 2, 3, 5 have no bit; 1 is not prime (bit 0 of byte 0 is clear).
 struct Crible {
   /// The windows end at this byte at the latest: 2^63 is in the byte before.
   static constexpr std::uint64_t octet_max = (std::uint64_t{1} << 63) / 30 + 1;

@@ -6,9 +6,9 @@
 #include <functional>
 
 #include "primes/arithmetique/bits.h"
-#include "primes/crible/crible.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/crible.h"
 #include "primes/crible/touches.h"
 
 namespace premiers {

@@ -8,10 +8,10 @@
 // of Eratosthenes", 2002). No prime is kept: memory depends on the length of a round only, neither
 // on the width of the window nor on the number of sieving primes.
 //
-// Most large primes have no multiple at all in a narrow window; primes/crible/touches.h tells how those
-// are dropped at a fraction of a nanosecond each. It is so cheap that beyond the width of the round
-// numbers without a small factor serve instead of primes: to sieve them out completely would cost
-// more than the few multiples crossed off in vain.
+// Most large primes have no multiple at all in a narrow window; primes/crible/touches.h tells how
+// those are dropped at a fraction of a nanosecond each. It is so cheap that beyond the width of the
+// round numbers without a small factor serve instead of primes: to sieve them out completely would
+// cost more than the few multiples crossed off in vain.
 #pragma once
 
 #include <cstddef>

@@ -2,8 +2,8 @@
 // The 64 loops of the medium primes.
 #include "primes/crible/crible_moyen.h"
 
-#include "primes/crible/premier_multiple.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/premier_multiple.h"
 
 namespace premiers {
 

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <utility>
 
-#include "primes/crible/precrible.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/precrible.h"
 
 namespace premiers {
 

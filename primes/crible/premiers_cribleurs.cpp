@@ -6,8 +6,8 @@
 #include <array>
 #include <cstddef>
 
-#include "primes/crible/crible.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/crible.h"
 
 namespace premiers {
 

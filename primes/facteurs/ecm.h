@@ -23,9 +23,9 @@
 #include <cstdint>
 #include <span>
 
+#include "primes/arithmetique/racines.h"
 #include "primes/facteurs/ecm_chaines.h"
 #include "primes/facteurs/ecm_paires.h"
-#include "primes/arithmetique/racines.h"
 
 namespace premiers::ecm {
 

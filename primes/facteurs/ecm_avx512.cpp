@@ -4,8 +4,8 @@
 // A residue is K limbs of 52 bits, each a register of eight lanes; the IFMA instructions multiply
 // 52 by 52 bits and add the low or the high half of the product. A Montgomery product with R =
 // 2^(52 K) takes 4 K^2 + K of them (K = 2: 18) for eight lanes, where the scalar code needs 10
-// multiplications for each lane. As in primes/primalite/montgomery_souple.h nothing is corrected: products
-// are left in (0, 2n), sums and differences in (0, 4n), for n < 2^(52 K - 4).
+// multiplications for each lane. As in primes/primalite/montgomery_souple.h nothing is corrected:
+// products are left in (0, 2n), sums and differences in (0, 4n), for n < 2^(52 K - 4).
 //
 // Limbs of products are below 2^52. A sum only carries upwards and leaves the carry standing in the
 // lower limb, too: the multiplier ignores all but the low 52 bits, and sums are never summed.
@@ -22,9 +22,9 @@
 #include <span>
 #include <utility>
 
+#include "primes/arithmetique/racines.h"
 #include "primes/primalite/montgomery.h"
 #include "primes/primalite/montgomery128.h"
-#include "primes/arithmetique/racines.h"
 
 // All of ecm.h is compiled here for AVX-512, into functions of this file alone: the ring below is
 // in an anonymous namespace. Library headers stay outside of the pragma, so that nothing compiled

@@ -22,8 +22,8 @@
 #include <utility>
 
 #include "primes/arithmetique/entier_long.h"
-#include "primes/primalite/montgomery_long.h"
 #include "primes/arithmetique/racines.h"
+#include "primes/primalite/montgomery_long.h"
 
 #if defined(__clang__)
 #pragma clang attribute push(__attribute__((target("avx512f,avx512ifma"))), apply_to = function)

@@ -27,7 +27,7 @@
 #include <optional>
 #include <vector>
 
-#include "primes/quadratique/crible_quadratique.h"
+#include "primes/arithmetique/zz.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/facteurs_longs.h"
@@ -35,7 +35,7 @@
 #include "primes/facteurs/pont_pari.h"
 #include "primes/facteurs/preuve.h"
 #include "primes/facteurs/puissance.h"
-#include "primes/arithmetique/zz.h"
+#include "primes/quadratique/crible_quadratique.h"
 
 namespace premiers {
 namespace {

@@ -1,31 +1,31 @@
 // SPDX-License-Identifier: MIT
 // The PARI library (The PARI Group, "User's guide to the PARI library", 2022) as a guest in this
-// process:
+// process.
 //
-//  - Numbers cross the bridge as machine words, never as text.
-//  - The library computes on a stack of its own. It is given address space as large as the memory
-//  of
-//    the machine (half of what the process may use, where that is limited); pages are taken as they
-//    are needed and given back after each call. So one call can use all memory, and a session of
-//    many calls uses little.
-//  - The library reports errors by long jumps. They start and end inside `essayer`, over frames
-//  that
-//    hold nothing to destroy, and come out as exceptions.
-//  - It is started without signal handlers, threads, or a hold on GMP's allocation, and what it has
-//    to say ("increasing stack size", "not enough memory") goes nowhere.
+// Numbers cross the bridge as machine words, never as text.
+//
+// The library computes on a stack of its own. It is given address space for half of the memory that
+// is left; pages are taken as they are needed and given back after each call. So one call can use
+// much memory, and a session of many calls uses little.
+//
+// The library reports errors by long jumps. They start and end inside `essayer`, over frames that
+// hold nothing to destroy, and come out as exceptions.
+//
+// It is started without signal handlers, threads, or a hold on GMP's allocation, and what it has to
+// say ("increasing stack size", "not enough memory") goes nowhere.
 #include "primes/facteurs/pont_pari.h"
 
 #include <NTL/ZZ_limbs.h>
-#include <sys/mman.h>
-#include <sys/resource.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <new>
 #include <stdexcept>
 #include <string>
+
+#include "systeme/systeme.h"
 
 // Last: it defines macros with common names.
 #include <pari/pari.h>
@@ -35,8 +35,7 @@ namespace {
 
 static_assert(sizeof(NTL::ZZ_limb_t) == sizeof(pari_ulong), "both libraries are built on GMP");
 
-// ---- Starting the library
-// ------------------------------------------------------------------------
+// ---- Starting the library ----------------------------------------------------------------------
 
 /// The stack that the library has from the start and keeps between calls. It grows by doubling; a
 /// number of 50 digits needs less.
@@ -45,28 +44,17 @@ constexpr std::size_t pile_initiale = std::size_t{8} << 20U;
 /// The library's own default: primes that its trial divisions can reach without sieving anew.
 constexpr unsigned long borne_table = 500000;
 
-/// How far the stack may grow.
+/// How far the stack may grow: half of what is left, and in proportion to what is there.
 std::size_t pile_maximale() {
-  const long pages = sysconf(_SC_PHYS_PAGES);
-  const long octets_par_page = sysconf(_SC_PAGESIZE);
-  std::size_t taille = std::size_t{4} << 30U;
-  if (pages > 0 && octets_par_page > 0) {
-    taille = static_cast<std::size_t>(pages) * static_cast<std::size_t>(octets_par_page);
-  }
-  rlimit limite{};
-  if (getrlimit(RLIMIT_AS, &limite) == 0 && limite.rlim_cur != RLIM_INFINITY) {
-    taille = std::min<std::size_t>(taille, limite.rlim_cur / 2);
-  }
-  return std::max(taille, pile_initiale);
+  constexpr std::uint64_t plafond = std::uint64_t{1} << 40U;
+  return static_cast<std::size_t>(
+      std::clamp<std::uint64_t>(systeme::memoire_libre() / 2, pile_initiale, plafond));
 }
 
 /// Throws unless there is room for the library's start, which would end the process otherwise.
 void reserver_le_demarrage() {
   constexpr std::size_t besoin = 4 * pile_initiale;
-  void* const essai =
-      mmap(nullptr, besoin, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (essai == MAP_FAILED) throw std::bad_alloc{};
-  munmap(essai, besoin);
+  if (systeme::memoire_libre() < besoin) throw std::bad_alloc{};
 }
 
 bool demarrer() {
@@ -80,8 +68,7 @@ bool demarrer() {
   return true;
 }
 
-// ---- Crossing the bridge
-// -------------------------------------------------------------------------
+// ---- Crossing the bridge -----------------------------------------------------------------------
 
 /// On leaving, the library's stack is what it was on entering.
 struct Passage {

@@ -26,14 +26,14 @@
 #include <optional>
 #include <vector>
 
+#include "primes/arithmetique/gmp_zz.h"
+#include "primes/arithmetique/zz.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/facteurs_longs.h"
-#include "primes/arithmetique/gmp_zz.h"
 #include "primes/facteurs/petits_facteurs.h"
 #include "primes/facteurs/pont_pari.h"
 #include "primes/primalite/primalite.h"
-#include "primes/arithmetique/zz.h"
 
 namespace premiers {
 namespace {

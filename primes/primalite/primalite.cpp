@@ -28,10 +28,10 @@
 #include <bit>
 #include <cstddef>
 
-#include "primes/primalite/montgomery.h"
-#include "primes/primalite/montgomery128.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/zz.h"
+#include "primes/primalite/montgomery.h"
+#include "primes/primalite/montgomery128.h"
 
 namespace premiers {
 namespace {

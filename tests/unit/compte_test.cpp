@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "primes/arithmetique/racines.h"
 #include "primes/compte/difficiles.h"
 #include "primes/compte/faciles.h"
 #include "primes/compte/facteurs.h"
@@ -22,7 +23,6 @@
 #include "primes/compte/segment.h"
 #include "primes/compte/tables.h"
 #include "primes/crible/crible.h"
-#include "primes/arithmetique/racines.h"
 
 namespace premiers {
 namespace {

@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
-#include "primes/crible/crible_grand.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/crible_grand.h"
 
 namespace premiers {
 namespace {

@@ -8,17 +8,17 @@
 #include <random>
 #include <vector>
 
+#include "primes/arithmetique/zz.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_avx512.h"
 #include "primes/facteurs/ecm_voies.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs64.h"
+#include "primes/facteurs/petits_diviseurs.h"
+#include "primes/facteurs/rho.h"
 #include "primes/primalite/montgomery.h"
 #include "primes/primalite/montgomery128.h"
 #include "primes/primalite/montgomery_souple.h"
-#include "primes/facteurs/petits_diviseurs.h"
-#include "primes/facteurs/rho.h"
-#include "primes/arithmetique/zz.h"
 
 namespace premiers {
 namespace {

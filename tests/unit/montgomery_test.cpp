@@ -10,10 +10,10 @@
 #include <random>
 #include <vector>
 
-#include "primes/primalite/montgomery128.h"
-#include "primes/primalite/montgomery_souple.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/zz.h"
+#include "primes/primalite/montgomery128.h"
+#include "primes/primalite/montgomery_souple.h"
 
 namespace premiers {
 namespace {
