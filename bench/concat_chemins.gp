@@ -1,7 +1,6 @@
 \\ SPDX-License-Identifier: MIT
-\\ Every way to cut a number into primes, by PARI/GP, to a file:
-\\   (echo 'N=2357235723572357235723572357235723572357; sortie="/tmp/chemins.txt";';
-\\    cat concat_chemins.gp) | gp -q -f
+\\ Every way to cut a number into primes, written to a file by PARI/GP. Both are set before:
+\\   (echo 'N = 2357; sortie = "chemins.txt";'; cat concat_chemins.gp) | gp -q -f
 chiffres = Str(N);
 n = #chiffres;
 c = Vec(chiffres);

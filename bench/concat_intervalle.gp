@@ -1,7 +1,7 @@
 \\ SPDX-License-Identifier: MIT
-\\ The search of a range by PARI/GP, count alone, choice 2 of the menu, the carried start entry
-\\ included:   gp -q concat_intervalle.gp, with FIRST and LAST set by   echo "debut=...;fin=...;"
-\\ in front:   (echo "debut=10^18; fin=10^18+10^5;"; cat concat_intervalle.gp) | gp -q -f
+\\ The search of a range by PARI/GP: how many numbers choice 2 of the menu keeps, the start entry
+\\ that is carried over included (primes/concatenations/report.h). The bounds are set before:
+\\   (echo "debut = 10^18; fin = 10^18 + 10^5;"; cat concat_intervalle.gp) | gp -q -f
 {
   chercher(debut, fin) =
   my(entree = 0, retenus = 0);

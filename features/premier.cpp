@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "features/premier.h"
 
+#include <algorithm>
 #include <new>
 #include <string_view>
 
@@ -96,8 +97,10 @@ std::int64_t valeur_a_executer(const Etat& etat) {
 
 /// Whether so many bytes more can be had; if not, says on standard error what they are wanted for.
 bool tient_en_memoire(Session& s, double octets, std::string_view sinon) {
-  constexpr double reserve = 32 << 20;  // for everything else
-  if (octets == 0 || octets + reserve <= static_cast<double>(s.monde.memoire_libre())) return true;
+  if (octets == 0) return true;
+  constexpr double reserve_max = 32 << 20;  // for everything else
+  const auto libre = static_cast<double>(s.monde.memoire_libre());
+  if (octets + std::min(reserve_max, libre / 2) <= libre) return true;
   s.sortie.vider();
   s.monde.avertir(sinon);
   return false;

@@ -35,6 +35,8 @@ present() {
     g++) type -P g++ ;;
     ninja-build) type -P ninja ;;
     clang) type -P clang++ ;;
+    dpkg-dev) type -P dpkg-shlibdeps ;;
+    man-db) type -P man ;;
     libgmp-dev) en_tete gmp.h ;;
     libntl-dev) en_tete NTL/ZZ.h ;;
     libpari-dev) en_tete pari/pari.h ;;

@@ -38,9 +38,10 @@ Entier128 en_entier128(const NTL::ZZ& n) { return vers_octets<Entier128>(n); }
 
 std::string en_decimal(const NTL::ZZ& n) {
   const VueGmp vue(n);
-  std::string texte(mpz_sizeinbase(vue.z, 10) + 2, '\0');  // room for a sign and the NUL
+  std::string texte(mpz_sizeinbase(vue.z, 10) + 1, '\0');  // room for the NUL
   mpz_get_str(texte.data(), 10, vue.z);
   texte.resize(std::strlen(texte.data()));
+  if (n < 0) texte.insert(0, 1, '-');
   return texte;
 }
 

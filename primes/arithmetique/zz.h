@@ -21,7 +21,7 @@ NTL::ZZ en_zz(Entier128 n);
 std::uint64_t en_entier64(const NTL::ZZ& n);
 Entier128 en_entier128(const NTL::ZZ& n);
 
-/// The decimal digits of n >= 0.
+/// The decimal digits of n, after a minus sign if it is negative.
 std::string en_decimal(const NTL::ZZ& n);
 
 }  // namespace premiers

@@ -6,15 +6,14 @@
 //   m = r prime:  q < r <= y, r > z / q, r > w / q^2. Counts pi(w / r) - pi(q) + 2 up to
 //                 Y = min(y, w / q), and 1 beyond.
 //   m = r1 r2:    the same with w / r1 for w, minus sign; exists for q <= sqrt(z) only. Three
-//   primes
-//                 would need q^3 < z and q^3 > x / z at once.
+//                 primes would need q^3 < z and q^3 > x / z at once.
 //
 // The long sums of pi(w / r) are halved as in X. Gourdon's "Computation of pi(x): improvements to
 // the Meissel, Lehmer, Lagarias, Miller, Odlyzko, Deleglise and Rivat method" (2001): for r beyond
 // c >= sqrt(w), the sum counts the pairs of primes (r, t) with r t <= w, c < r <= Y, so it is also
 // summed by t, which takes fewer and smaller values:
-//     sum pi(w / r) = pi(w / Y) (pi(Y) - pi(c)) + sum over w / Y < t <= w / (c + 1) of pi(w / t) -
-//     pi(c).
+//     sum pi(w / r) = pi(w / Y) (pi(Y) - pi(c)) + sum of pi(w / t) - pi(c)
+//                     over w / Y < t <= w / (c + 1).
 //
 // What is left is a list of stretches of primes (`Rangee`) whose pi(w / r) are to be summed. They
 // are swept by windows of n <= sqrt(x) with a table of pi that stays in the second-level cache. A

@@ -20,7 +20,7 @@
 #include <span>
 #include <vector>
 
-#include "primes/seaux.h"
+#include "primes/crible/seaux.h"
 
 namespace premiers {
 

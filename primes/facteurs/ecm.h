@@ -22,6 +22,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "primes/arithmetique/racines.h"
 #include "primes/facteurs/ecm_chaines.h"
@@ -146,8 +147,7 @@ typename A::Entier facteur_commun(const A& a, const typename A::Residu& residu) 
 /// k = k0 .. k1. Only their x are of use then, over a common denominator.
 template <class A, class P>
 void preparer_les_pas(const A& a, const Courbe<A>& courbe, const Point<A>& q, const P& table,
-                      std::size_t k0, std::size_t k1,
-                      std::array<Point<A>, P::bebes + P::geants_max>& points) {
+                      std::size_t k0, std::size_t k1, std::vector<Point<A>>& points) {
   constexpr std::size_t D = P::pas;
   std::array<Point<A>, D / 6 + 3> multiples;
   const auto un = petits_multiples<D>(a, courbe, q, multiples);
@@ -173,7 +173,7 @@ typename A::Entier seconde_phase(const A& a, const Courbe<A>& courbe, const Poin
   constexpr std::size_t D = P::pas;
   const std::size_t k0 = b1 < D / 2 ? 1 : (b1 + D / 2) / D;
   const std::size_t k1 = (b2 + D / 2) / D;
-  std::array<Point<A>, P::bebes + P::geants_max> points;
+  std::vector<Point<A>> points(P::bebes + k1 + 2 - k0);  // up to 200 KB: too much for a stack
   preparer_les_pas(a, courbe, q, table, k0, k1, points);
   const Point<A>* const geants = points.data() + P::bebes - k0;
   const auto ecart = [&](const Paire& p) __attribute__((always_inline)) {

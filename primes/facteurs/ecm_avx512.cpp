@@ -21,6 +21,7 @@
 #include <numeric>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "primes/arithmetique/racines.h"
 #include "primes/primalite/montgomery.h"

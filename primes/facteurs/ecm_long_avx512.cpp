@@ -20,6 +20,7 @@
 #include <numeric>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "primes/arithmetique/entier_long.h"
 #include "primes/arithmetique/racines.h"

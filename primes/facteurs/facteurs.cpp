@@ -1,23 +1,19 @@
 // SPDX-License-Identifier: MIT
-// The decomposition of an integer of any size, by the method that is the fastest for what is left
-// of it:
+// The decomposition of an integer of any size, by the fastest method for what is left of it:
 //
 //   up to 64 bits    facteurs64.h: ECM in machine words.
 //   beyond           the primes below 2011 are divided out (petits_facteurs.h). What is left is
-//   proven
-//                    prime (preuve.h), or recognised as a power (puissance.h), or split, and the
-//                    parts are treated in the same way.
+//                    proven prime (preuve.h), or recognised as a power (puissance.h), or split, and
+//                    the parts are treated in the same way.
 //
 // Splitting, by size. Times for the product of two primes of equal size, the worst case:
 //
 //   103 bits         facteurs128.h: ECM until a factor is found. 20 digits 40 us, 30 digits 0.7 ms.
 //   300 bits         a little ECM (facteurs_longs.h) for factors that are much shorter than the
-//   other,
-//                    then the quadratic sieve (crible_quadratique.h). 40 digits 8 ms, 60 digits 0.6
-//                    s.
+//                    other, then the quadratic sieve (crible_quadratique.h). 40 digits 8 ms,
+//                    60 digits 0.6 s.
 //   beyond           the same ECM, then the PARI library (pont_pari.h), which combines ECM and its
-//   own
-//                    quadratic sieve.
+//                    own quadratic sieve.
 //
 // All of it is deterministic: the same integer takes the same way every time.
 #include "primes/facteurs/facteurs.h"
@@ -62,8 +58,7 @@ constexpr std::array<Palier, 5> paliers{{{0, {16, 200, 8000}},
                                          {170, {128, 2000, 100000}},
                                          {200, {512, 2000, 100000}}}};
 
-// ---- Splitting
-// -----------------------------------------------------------------------------------
+// ---- Splitting ---------------------------------------------------------------------------------
 
 /// A factor of n that is much shorter than n, if there is one.
 std::optional<NTL::ZZ> facteur_court(const NTL::ZZ& n, const Suivi& suivi) {
@@ -91,8 +86,7 @@ NTL::ZZ diviser(const NTL::ZZ& n, const Suivi& suivi) {
   return pari::diviseurs_premiers(n).front();
 }
 
-// ---- Collecting
-// ----------------------------------------------------------------------------------
+// ---- Collecting --------------------------------------------------------------------------------
 
 void ajouter(Facteurs& facteurs, const NTL::ZZ& premier, std::int64_t exposant) {
   const auto place =

@@ -2,10 +2,9 @@
 // Which arithmetic, and which bounds, ECM uses for an n of a given size:
 //
 //  - where the processor has AVX-512 IFMA, eight curves at once in limbs of 52 bits
-//  (ecm_avx512.cpp);
+//    (ecm_avx512.cpp);
 //  - else one curve, or two side by side, in scalar Montgomery arithmetic of one or two words, lazy
-//  about ranges
-//    (montgomery_souple.h) where n leaves four bits free.
+//    about ranges (montgomery_souple.h) where n leaves four bits free.
 //
 // The bounds suit the worst case, n being a product of two primes of equal size.
 #include "primes/facteurs/facteurs128.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Which arithmetic ECM (primes/facteurs/ecm.h) uses for a long n: where the processor has AVX-512
-// IFMA, eight curves at once (ecm_long_avx512.cpp), and else one curve in scalar Montgomery
-// arithmetic (montgomery_long.h). Eight curves at 130 bits, B1 = 200, B2 = 8000: 70 us, and 0.9 ms
-// without IFMA.
+// Which arithmetic ECM (primes/facteurs/ecm.h) uses for a long n: where the processor has AVX-512 IFMA,
+// eight curves at once (ecm_long_avx512.cpp), and else one curve in scalar Montgomery arithmetic
+// (montgomery_long.h). Eight curves at 130 bits, B1 = 200, B2 = 8000: 70 us, and 0.9 ms without
+// IFMA.
 #include "primes/facteurs/facteurs_longs.h"
 
 #include <array>

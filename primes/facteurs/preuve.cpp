@@ -4,16 +4,14 @@
 // "New primality criteria and factorizations of 2^m +- 1", Mathematics of Computation 29 (1975), in
 // the order of their cost:
 //
-//  N - 1 (theorem 5): n - 1 = F R, F even and completely factored, gcd(F, R) = 1, 2 F^3 > n. If for
-//  every
-//     prime q | F there is an a with a^(n-1) = 1 and gcd(a^((n-1)/q) - 1, n) = 1, and if with
-//     R = 2 F s + r, 0 < r < 2 F, s = 0 or r^2 - 8 s is no square, then n is prime.
-//  N + 1 (in substance theorem 13): F | n + 1 completely factored, gcd(F, (n+1)/F) = 1, F > sqrt(n)
-//  + 1.
-//     Let g be of norm 1 and trace P in (Z/nZ)[sqrt(D)], D = P^2 - 4, gcd(D, n) = 1. If g^(n+1) = 1
-//     and, for every prime q | F, gcd(trace of g^((n+1)/q) - 2, n) = 1, then n is prime. For modulo
-//     each prime p | n the order of g divides n + 1, has all of F as a factor, and divides p + 1 or
-//     p - 1.
+//  N - 1 (theorem 5): n - 1 = F R, F even and completely factored, gcd(F, R) = 1, 2 F^3 > n. If
+//     for every prime q | F there is an a with a^(n-1) = 1 and gcd(a^((n-1)/q) - 1, n) = 1, and if
+//     with R = 2 F s + r, 0 < r < 2 F, s = 0 or r^2 - 8 s is no square, then n is prime.
+//  N + 1 (in substance theorem 13): F | n + 1 completely factored, gcd(F, (n+1)/F) = 1,
+//     F > sqrt(n) + 1. Let g be of norm 1 and trace P in (Z/nZ)[sqrt(D)], D = P^2 - 4,
+//     gcd(D, n) = 1. If g^(n+1) = 1 and, for every prime q | F, gcd(trace of g^((n+1)/q) - 2, n) = 1,
+//     then n is prime. For modulo each prime p | n the order of g divides n + 1, has all of F as a
+//     factor, and divides p + 1 or p - 1.
 //
 // Up to 200 bits a third of n - 1 is worth some curves of ECM: at 30 digits the proof then costs a
 // fifth of a general one. Longer n are tried with what small primes leave, which takes microseconds
@@ -43,8 +41,7 @@ constexpr long bits_ecm =
     200;                    // longer n are not worth ECM: too much of n - 1 would have to be found
 constexpr int essais = 50;  // bases, or sequences: one in two or better fits
 
-// ---- What is known of n - 1 or n + 1
-// -------------------------------------------------------------
+// ---- What is known of n - 1 or n + 1 -----------------------------------------------------------
 
 /// The primes q of F, and F.
 struct PartieConnue {
@@ -89,8 +86,7 @@ void completer(PartieConnue& connue, const NTL::ZZ& m, const NTL::ZZ& n) {
   }
 }
 
-// ---- N - 1
-// ---------------------------------------------------------------------------------------
+// ---- N - 1 -------------------------------------------------------------------------------------
 
 /// Is there a small a with a^(n-1) = 1 and gcd(a^((n-1)/q) - 1, n) = 1?
 bool a_une_base(const NTL::ZZ& n, const NTL::ZZ& q) {
@@ -127,8 +123,7 @@ bool prouver_par_n_moins_1(const NTL::ZZ& n) {
                      [&](const NTL::ZZ& q) { return a_une_base(n, q); });
 }
 
-// ---- N + 1
-// ---------------------------------------------------------------------------------------
+// ---- N + 1 -------------------------------------------------------------------------------------
 
 /// V_m and V_(m+1) modulo n of the Lucas sequence V_0 = 2, V_1 = P, V_(i+1) = P V_i - V_(i-1).
 struct Lucas {

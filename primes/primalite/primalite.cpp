@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: MIT
 // Primality, by size of n:
 //
-//  n < 2^64          Baillie-PSW: Miller-Rabin to base 2, then a Lucas test. Proven, because J.
-//  Feitsma
-//                    listed all base-2 pseudoprimes below 2^64 ("The pseudoprimes below 2^64",
-//                    2013) and none of them passes the Lucas test used here (D. Jacobsen,
-//                    "Pseudoprime statistics, tables, and data", 2014; PARI/GP user's guide,
-//                    `ispseudoprime`).
+//  n < 2^64            Baillie-PSW: Miller-Rabin to base 2, then a Lucas test. Proven, because
+//                      J. Feitsma listed all base-2 pseudoprimes below 2^64 ("The pseudoprimes
+//                      below 2^64", 2013) and none of them passes the Lucas test used here
+//                      (D. Jacobsen, "Pseudoprime statistics, tables, and data", 2014; PARI/GP
+//                      user's guide, `ispseudoprime`).
 //  n < 3.317... 10^24  Miller-Rabin to the first thirteen primes as bases. Proven by J. Sorenson
-//  and
-//                    J. Webster, "Strong pseudoprimes to twelve prime bases", Mathematics of
-//                    Computation 86 (2017).
-//  n < 2^128         Baillie-PSW in two-limb arithmetic.
-//  beyond            Baillie-PSW of GMP (`mpz_probab_prime_p` with 24 repetitions is exactly that
-//                    since GMP 6.2).
+//                      and J. Webster, "Strong pseudoprimes to twelve prime bases", Mathematics of
+//                      Computation 86 (2017).
+//  n < 2^128           Baillie-PSW in two-limb arithmetic.
+//  beyond              Baillie-PSW of GMP (`mpz_probab_prime_p` with 24 repetitions is exactly
+//                      that since GMP 6.2).
 //
 // Baillie-PSW is from R. Baillie and S. Wagstaff, "Lucas pseudoprimes", Mathematics of Computation
 // 35 (1980). The Lucas test is the one with Q = 1 ("almost extra strong"): only the sequence V is

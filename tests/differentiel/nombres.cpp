@@ -50,9 +50,8 @@ std::int64_t premier_apres(std::int64_t n) {
 }
 
 std::int64_t premier_au_hasard(Hasard& hasard, std::int64_t limite) {
-  const std::int64_t depuis = hasard.une_fois_sur(2) ? limite / 2 : 1;
-  return premier_apres(hasard.une_fois_sur(2) ? hasard.entre(depuis, limite - 1)
-                                              : hasard.etage(1, limite - 1));
+  const bool grand = hasard.une_fois_sur(2);
+  return premier_apres(grand ? hasard.entre(limite / 2, limite - 1) : hasard.etage(1, limite - 1));
 }
 
 std::int64_t remarquable(Hasard& hasard, std::int64_t limite) {

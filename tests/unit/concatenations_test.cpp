@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -184,6 +185,30 @@ TEST(Concatenations, NumbersBeyondTheLookedUpOnesAgreeWithTheLiteralSearch) {
     const bool premiers_seuls = i % 3 == 0;
     EXPECT_EQ(chercher(debut, fin, premiers_seuls).liste,
               chercher_litteralement(debut, fin, premiers_seuls, prem));
+  }
+}
+
+/// A search that begins at a prime owes nothing to the number before it, so a wide one, which
+/// sieves long pieces, must keep what narrow ones keep, which test them.
+TEST(Concatenations, AWideRangeKeepsWhatItsPartsKeep) {
+  for (const char* chiffres : {"123456789012345", "4680146801468", "999999900000", "61999950000"}) {
+    for (const bool premiers_seuls : {false, true}) {
+      ZZ debut = NTL::conv<ZZ>(chiffres);
+      while (!NTL::ProbPrime(debut, 20)) ++debut;
+      ZZ fin = debut + 150'000;
+      Resultat parties;
+      for (ZZ de = debut; de <= fin;) {
+        ZZ suivant = std::min(ZZ(de + 30'000), ZZ(fin + 1));
+        while (suivant <= fin && !NTL::ProbPrime(suivant, 20)) ++suivant;
+        const Resultat partie = chercher(de, suivant - 1, premiers_seuls);
+        parties.effectif += partie.effectif;
+        parties.liste.insert(parties.liste.end(), partie.liste.begin(), partie.liste.end());
+        de = suivant;
+      }
+      const Resultat r = chercher(debut, fin, premiers_seuls);
+      EXPECT_EQ(r.effectif, parties.effectif) << chiffres;
+      EXPECT_TRUE(r.liste == parties.liste) << chiffres;
+    }
   }
 }
 

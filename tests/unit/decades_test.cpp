@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "primes/concatenations/decades.h"
 
+#include <NTL/ZZ.h>
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -28,6 +29,30 @@ TEST(Decades, KnowsTheDecadeOfItsLimit) {
   for (std::uint64_t limite = 1; limite < 400; ++limite) {
     EXPECT_GT(Decades(limite).nombre(), limite / 10);
   }
+}
+
+TEST(DecadesGlissantes, AgreesWithTheTableWhereverItIsAsked) {
+  constexpr std::uint64_t derniere = 4'000'000;
+  const Decades table(10 * derniere + 9);
+  DecadesGlissantes glissantes(derniere);
+  // Upward in steps, then once more from below, then from the very last one.
+  for (const std::uint64_t debut : {std::uint64_t{100}, std::uint64_t{1}, derniere - 5}) {
+    for (std::uint64_t d = debut; d <= derniere; d += d % 7 == 0 ? 50 : 3) {
+      ASSERT_EQ(glissantes.demander(d, {}), table[d]) << d;
+    }
+  }
+}
+
+TEST(DecadesGlissantes, SurvivesAnAbandonedSieve) {
+  struct Assez {};
+  DecadesGlissantes glissantes(1'000'000'000'000);
+  EXPECT_THROW(glissantes.demander(900'000'000'000, [](double) { throw Assez{}; }), Assez);
+  unsigned attendu = 0;
+  for (std::size_t i = 0; i < finales.size(); ++i) {
+    const NTL::ZZ n = NTL::conv<NTL::ZZ>(9'000'000'000'000L + finales[i]);
+    if (NTL::ProbPrime(n, 20)) attendu |= 1U << i;
+  }
+  EXPECT_EQ(glissantes.demander(900'000'000'000, {}), attendu);
 }
 
 TEST(Decades, NoneIsKnownByDefault) { EXPECT_EQ(Decades().nombre(), 0U); }

@@ -92,7 +92,9 @@ TEST(FacteursLongs, BothArithmeticsFindTheSameOnEveryCurve) {
       sigmas.fill(sigma);
       const ZZ f = ecm::essayer_huit_long(n, sigmas, 100, 5000);
       EXPECT_EQ(f, essayer_une<6>(n, sigma)) << n << ' ' << sigma;
-      if (bits <= MontgomeryLong<4>::bits_maximum) EXPECT_EQ(f, essayer_une<4>(n, sigma)) << n;
+      if (bits <= MontgomeryLong<4>::bits_maximum) {
+        EXPECT_EQ(f, essayer_une<4>(n, sigma)) << n << ' ' << sigma;
+      }
       trouves += f != 1 ? 1 : 0;
     }
   }

@@ -9,9 +9,10 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
+#include <iterator>
 #include <new>
 #include <string>
 
@@ -20,11 +21,25 @@ namespace {
 
 using NTL::ZZ;
 
+/// Is this built with the address sanitizer? It has threads, handlers and memory of its own.
+constexpr bool assaini =
+#if defined(__SANITIZE_ADDRESS__)
+    true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+    true;
+#else
+    false;
+#endif
+#else
+    false;
+#endif
+
 ZZ premier_long() { return NTL::NextPrime(NTL::power(ZZ{10}, 180), 10); }
 
 TEST(PontPari, GivesThePrimesOfAProduct) {
-  const ZZ p = NTL::power2_ZZ(61) - 1;
-  const ZZ q = NTL::power2_ZZ(89) - 1;
+  const ZZ p = NTL::power2_ZZ(31) - 1;
+  const ZZ q = NTL::power2_ZZ(61) - 1;
   const auto d = pari::diviseurs_premiers(p * q * q);
   ASSERT_EQ(d.size(), 2U);
   EXPECT_EQ(d[0], p);
@@ -50,6 +65,7 @@ TEST(PontPari, SaysNothingEvenWhenItsStackGrows) {
 TEST(PontPari, LeavesTheSignalsAlone) {
   EXPECT_TRUE(pari::est_premier_prouve(NTL::power2_ZZ(89) - 1));
   for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGFPE, SIGBUS, SIGPIPE, SIGALRM}) {
+    if (assaini && (signal == SIGFPE || signal == SIGBUS)) continue;
     struct sigaction action {};
     ASSERT_EQ(sigaction(signal, nullptr, &action), 0);
     EXPECT_EQ(action.sa_handler, SIG_DFL) << signal;
@@ -60,16 +76,12 @@ TEST(PontPari, StartsNoThread) {
   EXPECT_TRUE(pari::est_premier_prouve(premier_long()));
   const std::filesystem::path fils{"/proc/self/task"};
   if (!std::filesystem::exists(fils)) GTEST_SKIP() << "no /proc here";
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer has threads of its own";
-#endif
+  if (assaini) GTEST_SKIP() << "the sanitizer has threads of its own";
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator{fils}, {}), 1);
 }
 
 TEST(PontPari, ManyCallsTakeNoMoreMemoryThanFew) {
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer keeps freed memory";
-#endif
+  if (assaini) GTEST_SKIP() << "the sanitizer keeps freed memory";
   const auto travailler = [](int fois) {
     for (int i = 0; i < fois; ++i) {
       const ZZ p = NTL::power(ZZ{10}, 13) + 37;  // prime
@@ -100,9 +112,7 @@ TEST(PontPari, ManyCallsTakeNoMoreMemoryThanFew) {
 }
 
 TEST(PontPariDeathTest, WithoutMemoryItThrowsAndSaysNothing) {
-#if defined(__SANITIZE_ADDRESS__)
-  GTEST_SKIP() << "the sanitizer needs the address space";
-#endif
+  if (assaini) GTEST_SKIP() << "the sanitizer needs the address space";
   GTEST_FLAG_SET(death_test_style, "threadsafe");  // a process in which the library is not started
   constexpr rlim_t mega = rlim_t{1} << 20U;
   EXPECT_EXIT(prouver_avec(2000 * mega), testing::ExitedWithCode(0), "^$");

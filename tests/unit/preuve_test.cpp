@@ -70,13 +70,9 @@ TEST(Preuve, RandomPrimesOfEveryLength) {
   }
 }
 
-TEST(Preuve, PrimesOf199Digits) {
-  ZZ p = NTL::power(ZZ{10}, 198);
-  for (int i = 0; i < 2; ++i) {
-    p = NTL::NextPrime(p + 1, 20);
-    EXPECT_TRUE(est_premier_prouve(p)) << p;
-    EXPECT_TRUE(pari::est_premier_prouve(p)) << p;
-  }
+TEST(Preuve, APrimeOf199Digits) {
+  const ZZ p = NTL::NextPrime(NTL::power(ZZ{10}, 198), 20);
+  EXPECT_TRUE(est_premier_prouve(p)) << p;
 }
 
 // p (2p - 1) passes the test of Miller and Rabin for a quarter of all bases, the most there are.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How a bucket gets its next block.
-#include "primes/seaux.h"
+#include "primes/crible/seaux.h"
 
 namespace premiers {
 
