@@ -9,9 +9,9 @@
 // As there nothing is corrected: products are left in (0, 2n), sums and differences in (0, 4n), for
 // n < 2^(52 K - 4). Limbs of products are below 2^52. A sum only carries upwards and leaves the
 // carry standing in the lower limb, too: the multiplier ignores all but the low 52 bits.
-#if defined(__x86_64__)
-
 #include "primes/facteurs/ecm_long_avx512.h"
+
+#if defined(__x86_64__)
 
 #include <immintrin.h>
 
@@ -166,5 +166,16 @@ NTL::ZZ essayer_huit_long(const NTL::ZZ& n, const std::array<std::uint32_t, 8>& 
 #else
 #pragma GCC pop_options
 #endif
+
+#else
+
+namespace premiers::ecm {
+
+NTL::ZZ essayer_huit_long(const NTL::ZZ&, const std::array<std::uint32_t, 8>&, std::size_t,
+                          std::size_t) {
+  return NTL::ZZ{1};
+}
+
+}  // namespace premiers::ecm
 
 #endif
