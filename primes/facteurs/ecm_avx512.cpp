@@ -56,7 +56,7 @@ template <class M, std::size_t K>
 struct Huit {
   using Entier = typename M::Entier;
   static constexpr std::size_t voies = voies_avx512;
-  struct Residu {
+  struct alignas(64) Residu {  // said aloud: std::vector is told nothing of the target
     __m512i v[K];
   };
 

@@ -53,7 +53,7 @@ struct HuitLong {
   static constexpr long bits_maximum = bits_membre * static_cast<long>(K) - 4;
   using Entier = EntierLong<mots>;
   static constexpr std::size_t voies = 8;
-  struct Residu {
+  struct alignas(64) Residu {  // said aloud: std::vector is told nothing of the target
     __m512i v[K];
   };
 
