@@ -65,7 +65,8 @@ struct Montee {
   std::uint64_t compte = 3;   // primes before that word; 2, 3 and 5 have no flag
 
   void segment_suivant() {
-    if (suivi) suivi(static_cast<double>(fin / 30) / static_cast<double>(octet_fin));
+    const std::uint64_t octet = fin / 30;
+    if (suivi) suivi(static_cast<double>(octet) / static_cast<double>(octet_fin));
     octets.resize(std::min<std::uint64_t>(crible.taille(), octet_fin - fin / 30));
     crible.remplir(octets);
     origine = fin;

@@ -94,8 +94,8 @@ void eliminer_groupe(Matrice& a, std::size_t g, Pivots& pivots,
                      std::vector<std::uint64_t>& sommes) {
   const Groupe ligne_de = chercher_pivots(a, g, pivots);
   const std::size_t largeur = a.mots - g / groupes_de_mot;
-  remplir_sommes(a, g, &ligne_de[0], sommes.data());
-  remplir_sommes(a, g, &ligne_de[8], sommes.data() + 256 * largeur);
+  remplir_sommes(a, g, ligne_de.data(), sommes.data());
+  remplir_sommes(a, g, ligne_de.data() + 8, sommes.data() + 256 * largeur);
   // The pivot rows clear themselves and are put back from their copies among the sums.
   vecteurs().eliminer(a.bits.data(), a.lignes, a.mots, g, sommes.data());
   for (std::size_t c = 0; c < colonnes_de_groupe; ++c) {
