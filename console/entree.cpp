@@ -30,7 +30,8 @@ Source source_texte(std::string_view texte) {
           [] { return true; }, false};
 }
 
-Entree::Entree(Source source) : source_(std::move(source)), tampon_(taille_tampon) {}
+Entree::Entree(Source source)
+    : source_(std::move(source)), tampon_(std::make_unique_for_overwrite<char[]>(taille_tampon)) {}
 
 bool Entree::remplir(Sortie& sortie) {
   if (!fin_ && !source_.prete()) {
@@ -38,7 +39,7 @@ bool Entree::remplir(Sortie& sortie) {
     sortie.vider();
   }
   position_ = 0;
-  plein_ = fin_ ? 0 : source_.lire(tampon_);
+  plein_ = fin_ ? 0 : source_.lire({tampon_.get(), taille_tampon});
   fin_ = plein_ == 0;
   if (fin_) sortie.vider();
   return !fin_;
@@ -57,9 +58,9 @@ Entree::Lecture Entree::lire_mot(Sortie& sortie) {
   if (!passer_blancs(sortie)) return Lecture::fin;
   bool convient = true;
   do {
-    const auto debut = tampon_.begin() + static_cast<std::ptrdiff_t>(position_);
-    const auto bout = tampon_.begin() + static_cast<std::ptrdiff_t>(plein_);
-    const auto fin_mot = std::find_if(debut, bout, blanc);
+    const char* const debut = tampon_.get() + position_;
+    const char* const bout = tampon_.get() + plein_;
+    const char* const fin_mot = std::find_if(debut, bout, blanc);
     const auto n = static_cast<std::size_t>(fin_mot - debut);
     convient = convient && l1_ + n <= longueur_max && std::find(debut, fin_mot, '\0') == fin_mot;
     if (convient) {

@@ -7,9 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string_view>
-#include <vector>
 
 namespace premiers {
 
@@ -56,7 +56,7 @@ struct Entree {
   bool passer_blancs(Sortie& sortie);
 
   Source source_;
-  std::vector<char> tampon_;
+  std::unique_ptr<char[]> tampon_;
   std::size_t position_ = 0;
   std::size_t plein_ = 0;
   bool fin_ = false;

@@ -11,19 +11,14 @@
 
 namespace premiers {
 
-namespace {
-
-/// 64 KiB: a pipe's own buffer; from 16 KiB to 256 KiB the speed is the same.
-constexpr std::size_t taille_tampon = std::size_t{1} << 16U;
-
-}  // namespace
-
 Sortie::Sortie(Puits puits)
-    : puits_(std::move(puits)), tampon_(taille_tampon), vide_a_(std::chrono::steady_clock::now()) {}
+    : puits_(std::move(puits)),
+      tampon_(std::make_unique_for_overwrite<char[]>(taille_tampon)),
+      vide_a_(std::chrono::steady_clock::now()) {}
 
 void Sortie::vider() {
   vide_a_ = std::chrono::steady_clock::now();
-  const std::string_view tout(tampon_.data(), std::exchange(plein_, 0));
+  const std::string_view tout(tampon_.get(), std::exchange(plein_, 0));
   vides_ += tout.size();
   if (!tout.empty() && !puits_(tout)) throw SortiePerdue();
 }
@@ -33,10 +28,11 @@ void Sortie::vider_si_tard() {
 }
 
 Sortie& operator<<(Sortie& sortie, std::string_view texte) {
+  constexpr std::size_t taille_max = Sortie::taille_tampon;
   while (!texte.empty()) {
-    if (sortie.plein_ == sortie.tampon_.size()) sortie.vider();
-    const std::size_t n = std::min(texte.size(), sortie.tampon_.size() - sortie.plein_);
-    std::memcpy(sortie.tampon_.data() + sortie.plein_, texte.data(), n);
+    if (sortie.plein_ == taille_max) sortie.vider();
+    const std::size_t n = std::min(texte.size(), taille_max - sortie.plein_);
+    std::memcpy(sortie.tampon_.get() + sortie.plein_, texte.data(), n);
     sortie.plein_ += n;
     texte.remove_prefix(n);
   }

@@ -10,9 +10,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string_view>
-#include <vector>
 
 namespace premiers {
 
@@ -37,13 +37,15 @@ struct Sortie {
   /// Room for at least `octets` bytes, at most `place_max`: who writes listings formats them there
   /// and says with `avancer` where it stopped. The room ends at `fin_place`.
   char* reserver(std::size_t octets) {
-    if (tampon_.size() - plein_ < octets) vider();
-    return tampon_.data() + plein_;
+    if (taille_tampon - plein_ < octets) vider();
+    return tampon_.get() + plein_;
   }
-  char* fin_place() { return tampon_.data() + tampon_.size(); }
-  void avancer(const char* ou) { plein_ = static_cast<std::size_t>(ou - tampon_.data()); }
+  char* fin_place() { return tampon_.get() + taille_tampon; }
+  void avancer(const char* ou) { plein_ = static_cast<std::size_t>(ou - tampon_.get()); }
 
   static constexpr std::size_t place_max = 1024;
+  /// 64 KiB: a pipe's own buffer; from 16 KiB to 256 KiB the speed is the same.
+  static constexpr std::size_t taille_tampon = std::size_t{1} << 16U;
 
   /// How many bytes have been written so far, handed over or not.
   std::uint64_t total() const { return vides_ + plein_; }
@@ -52,7 +54,7 @@ struct Sortie {
 
  private:
   Puits puits_;
-  std::vector<char> tampon_;
+  std::unique_ptr<char[]> tampon_;  // of taille_tampon bytes, touched only as far as used
   std::size_t plein_ = 0;
   std::uint64_t vides_ = 0;  // bytes handed over
   std::chrono::steady_clock::time_point vide_a_;

@@ -97,8 +97,9 @@ std::int64_t valeur_a_executer(const Etat& etat) {
 
 /// Whether so many bytes more can be had; if not, says on standard error what they are wanted for.
 bool tient_en_memoire(Session& s, double octets, std::string_view sinon) {
-  if (octets == 0) return true;
+  constexpr double negligeable = 1 << 20;   // asking the system costs more than such a growth
   constexpr double reserve_max = 32 << 20;  // for everything else
+  if (octets <= negligeable) return true;
   const auto libre = static_cast<double>(s.monde.memoire_libre());
   if (octets + std::min(reserve_max, libre / 2) <= libre) return true;
   s.sortie.vider();

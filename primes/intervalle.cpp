@@ -99,7 +99,8 @@ LotsDePremiers::LotsDePremiers(Intervalle bornes)
     : debut_(naturel(std::max<std::int64_t>(bornes.debut, 1))),
       fin_(naturel(std::max<std::int64_t>(bornes.fin, 0))),
       position_(debut_),
-      lot_(std::max<std::size_t>(octets_par_lot * 8, nombres_par_lot)) {
+      lot_(std::make_unique_for_overwrite<std::uint64_t[]>(
+          std::max<std::size_t>(octets_par_lot * 8, nombres_par_lot))) {
   bornes.debut = std::max<std::int64_t>(bornes.debut, 1);
   const std::uint64_t debut_crible = std::max(debut_, premier_avec_bit);
   if (debut_crible <= fin_ && !vaut_un_par_un(bornes)) fenetres_.emplace(debut_crible, fin_);
@@ -116,7 +117,7 @@ std::span<const std::uint64_t> LotsDePremiers::suivant(const Suivi& suivi) {
       decider_un_par_un(suivi);
     }
   }
-  return {lot_.data(), nombre_};
+  return {lot_.get(), nombre_};
 }
 
 void LotsDePremiers::prendre_les_petits() {
@@ -135,10 +136,10 @@ void LotsDePremiers::prendre_du_crible(const Suivi& suivi) {
     }
   }
   const std::size_t n = std::min(octets_par_lot, fenetres_->octets().size() - lus_);
-  std::uint64_t* ou = lot_.data();
+  std::uint64_t* ou = lot_.get();
   pour_chaque_premier(fenetres_->octets().subspan(lus_, n), fenetres_->premier_octet() + lus_,
                       [&ou](std::uint64_t p) { *ou++ = p; });
-  nombre_ = static_cast<std::size_t>(ou - lot_.data());
+  nombre_ = static_cast<std::size_t>(ou - lot_.get());
   lus_ += n;
 }
 

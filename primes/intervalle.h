@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -70,7 +71,7 @@ struct LotsDePremiers {
   std::uint64_t position_;  // the first number not yet looked at
   std::optional<Fenetres> fenetres_;
   std::size_t lus_ = 0;  // bytes of the window already read
-  std::vector<std::uint64_t> lot_;
+  std::unique_ptr<std::uint64_t[]> lot_;
   std::size_t nombre_ = 0;  // of primes in the batch
 };
 

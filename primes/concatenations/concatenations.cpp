@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <memory>
 #include <string>
 
 #include "primes/arithmetique/zz.h"
@@ -29,10 +30,11 @@ void parcourir(Commun& commun) {
   for (std::size_t n = debut.size(); n <= fin.size(); ++n) {
     const std::string de = n == debut.size() ? debut : le_plus_petit(n);
     const std::string a = n == fin.size() ? fin : std::string(n, '9');
+    // Some hundred kilobytes each: on the heap, where a lack of memory can be told.
     if (n <= Petits::chiffres_max) {
-      Parcours<Petits>(commun, de, a).parcourir();
+      std::make_unique<Parcours<Petits>>(commun, de, a)->parcourir();
     } else {
-      Parcours<Grands>(commun, de, a).parcourir();
+      std::make_unique<Parcours<Grands>>(commun, de, a)->parcourir();
     }
   }
 }

@@ -1,0 +1,172 @@
+# SPDX-License-Identifier: MIT
+"""The report of a measure: docs/performance.md and docs/performance.svg."""
+import os
+import platform
+import re
+import subprocess
+from datetime import date
+from pathlib import Path
+
+from graphique import dessiner
+from lignes import Exigence
+
+CROISSANCE = "How the cost grows"
+
+
+def premiere_ligne(*commande):
+    try:
+        fait = subprocess.run(commande, capture_output=True, text=True, stdin=subprocess.DEVNULL)
+    except FileNotFoundError:
+        return "not installed"
+    lignes = [l.strip() for l in (fait.stdout + fait.stderr).splitlines() if l.strip()]
+    return re.sub(r"[,]? ?<http.*", "", lignes[0]) if lignes else "unknown"
+
+
+def paquet(nom):
+    version = premiere_ligne("dpkg-query", "-W", "-f=${Version}", nom)
+    return f"{nom} {version}" if re.match(r"\d", version) else f"{nom}: not installed"
+
+
+def machine(recent=""):
+    """What the figures depend on, as lines of a list."""
+    modele = re.search(r"model name\s*: (.*)", Path("/proc/cpuinfo").read_text())
+    memoire = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
+    lignes = [f"Date: {date.today()}",
+              f"Machine: {modele[1] if modele else platform.machine()}, {os.cpu_count()} "
+              f"processors, {memoire:.0f} GB; {platform.system()} {platform.release()}; "
+              f"load when the measure began: {os.getloadavg()[0]:.2f}",
+              f"Compiler: {premiere_ligne('g++', '--version')}"]
+    outils = [premiere_ligne("primesieve", "--version"), premiere_ligne("primecount", "--version"),
+              premiere_ligne("factor", "--version"),
+              "PARI/GP " + premiere_ligne("gp", "--version-short")]
+    outils += [premiere_ligne(recent, "--version")] if recent else []
+    paquets = map(paquet, ("primesieve-bin", "libprimesieve-dev", "primecount-bin", "pari-gp",
+                           "coreutils"))
+    return lignes + ["Tools: " + "; ".join(outils),
+                     "Debian packages: " + "; ".join(paquets)]
+
+
+def duree(s):
+    for facteur, unite in ((1, "s"), (1e3, "ms"), (1e6, "µs")):
+        if s * facteur >= 1:
+            return f"{s * facteur:.3g} {unite}" if s * facteur < 1000 else f"{s * facteur:.0f} s"
+    return f"{s * 1e9:.3g} ns"
+
+
+def grandeur(resultat, quoi):
+    if resultat.absent:
+        return resultat.absent
+    if quoi == "memoire":
+        return f"{resultat.valeur(quoi):.0f} MB"
+    if quoi == "temps":
+        return f"{duree(resultat.valeur('temps'))} (wall {duree(resultat.valeur('mur'))})"
+    return f"{resultat.valeur(quoi):.3g}"
+
+
+def le_pair(pairs, exigence):
+    """The peer that a row is held against: the one named, or the best that was measured."""
+    mesures = [p for p in pairs if p.mesures and exigence.contre in ("", p.nom)
+               and not p.absent]
+    return min(mesures, key=lambda p: p.valeur(exigence.quoi), default=None)
+
+
+def verdict(valeur, exigence):
+    if valeur is None or (exigence.doit is None and exigence.vise is None):
+        return "–"
+    if exigence.vise is not None and valeur <= exigence.vise:
+        return "yes, the aim"
+    if exigence.doit is not None and valeur <= exigence.doit:
+        return "yes"
+    return "no" if exigence.doit is not None else "not the aim"
+
+
+def nombre(x, unite=""):
+    return "–" if x is None else f"{x:.3g} {unite}".strip()
+
+
+def rangee(ligne, resultats, exigence):
+    """One line of a table."""
+    nous, pairs = resultats[0], resultats[1:]
+    quoi, titre = exigence.quoi, ligne.travail + {"memoire": ", memory"}.get(exigence.quoi, "")
+    if quoi not in ("temps", "memoire"):
+        titre += f", {exigence.unite}"
+    pair = None if exigence.limite else le_pair(pairs, exigence)
+    valeur = rapport = None
+    if not nous.absent:
+        valeur = nous.valeur(quoi)
+        if pair:
+            rapport = valeur / pair.valeur(quoi)
+    # The peer of the ratio comes first.
+    pairs = sorted((p for p in pairs if exigence.contre in ("", p.nom) or not p.mesures
+                    or quoi == "temps"), key=lambda p: p is not pair)
+    face = "; ".join(f"{p.nom} {grandeur(p, quoi)}" for p in pairs) or "–"
+    unite = exigence.unite if quoi in ("temps", "memoire") else ""
+    juge = valeur if exigence.limite else rapport
+    return (f"| {titre} | {grandeur(nous, quoi)} | {face} | {nombre(rapport)} "
+            f"| {nombre(exigence.doit, unite)} | {nombre(exigence.vise, unite)} "
+            f"| {verdict(juge, exigence)} |")
+
+
+ENTETE = """# Performance
+
+Written by `bench/mesurer.py`, which runs both sides of each row in turns and takes medians. Times
+are processor time, user and system, of the whole process unless a note says otherwise, with the
+wall time in brackets; every tool runs on one thread. A ratio is ours over the peer's, the best one
+of the row where several stand there (the first is the one compared with): smaller is better.
+Answers that both sides print are compared in the same run, and a difference ends it. Peak memory
+below some {plancher:.0f} MB is that of the script that starts the process.
+"""
+
+TABLE = "| work | ours | peer | ratio | must | aim | reached? |\n|---|---|---|---|---|---|---|"
+
+
+def lignes_du_groupe(groupe, faites):
+    """The rows of a section, each with what is wanted of it. How the cost grows shows all the rows
+    of the chart, those of other sections too."""
+    if groupe == CROISSANCE:
+        en_courbe = [(ligne, r, [Exigence()]) for ligne, r in faites if ligne.serie]
+        return sorted(en_courbe, key=lambda trio: (trio[0].serie[1], trio[0].serie[0]))
+    return [(ligne, r, ligne.exigences) for ligne, r in faites if ligne.groupe == groupe]
+
+
+def texte(faites, ecartees, lignes_machine, plancher):
+    """The report; `faites` are pairs of a row and its results."""
+    parties = [ENTETE.format(plancher=plancher), *(f"- {l}" for l in lignes_machine)]
+    for groupe in dict.fromkeys(ligne.groupe for ligne, _ in faites):
+        parties += ["", f"## {groupe}", "", TABLE]
+        notes = {}
+        for ligne, resultats, exigences in lignes_du_groupe(groupe, faites):
+            parties += [rangee(ligne, resultats, e) for e in exigences]
+            if ligne.note:
+                notes.setdefault(ligne.note, []).append(ligne.travail)
+        for note, travaux in notes.items():
+            parties += ["", f"{'; '.join(travaux)}: {note}"]
+        if groupe == CROISSANCE:
+            parties += ["", "![Counts and lists on logarithmic axes](performance.svg)"]
+    sautes = [f"{ligne.travail}: {r.nom} {r.absent}" for ligne, resultats in faites
+              for r in resultats if r.absent]
+    if ecartees:
+        sautes.append("Not asked for: " + "; ".join(ligne.travail for ligne in ecartees))
+    if sautes:
+        parties += ["", "## Not measured", "", *(f"- {s}" for s in sautes)]
+    return "\n".join(parties) + "\n"
+
+
+def courbes(faites):
+    """Times by (who, what), of the rows that belong to the chart."""
+    points = {}
+    for ligne, resultats in faites:
+        for r in resultats if ligne.serie else ():
+            if r.mesures and not r.absent:
+                x, quoi = ligne.serie
+                points.setdefault((r.nom, quoi), []).append((x, max(r.valeur("temps"), 1e-5)))
+    return points
+
+
+def ecrire(dossier, faites, ecartees, lignes_machine, plancher):
+    dossier.mkdir(parents=True, exist_ok=True)
+    (dossier / "performance.md").write_text(texte(faites, ecartees, lignes_machine, plancher))
+    points = courbes(faites)
+    if points:
+        (dossier / "performance.svg").write_text(
+            dessiner(points, "Counting and listing the primes up to x: processor time", "x"))
