@@ -59,6 +59,7 @@ struct Huit {
   struct alignas(64) Residu {  // said aloud: std::vector is told nothing of the target
     __m512i v[K];
   };
+  static_assert(alignof(Residu) == 64);
 
   M m;  ///< the scalar ring, for the gcds
   Residu n, deux_n, r2;

@@ -56,6 +56,7 @@ struct HuitLong {
   struct alignas(64) Residu {  // said aloud: std::vector is told nothing of the target
     __m512i v[K];
   };
+  static_assert(alignof(Residu) == 64);
 
   MontgomeryLong<mots> m;  ///< the scalar ring, for the gcds
   Residu n, deux_n, r2;

@@ -1,0 +1,291 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Do the tests notice? Plants small faults one by one, a `<` for a `<=`, a lost blank, a rank off by
+one, and says which test fails for each.
+
+usage: tests/mutations.py [--graine N] [--nombre N] [--dossier FOLDER] [--de N] [--minutes N] [--essais KIND,...]
+
+The faults are planted in a copy of the repository (FOLDER, by default build/mutations), which is
+built once and then one file at a time. The named ones come first: each row of the table of growth,
+each mode of `controle`, each screen. Then one drawn for each file of the engine, and others drawn
+from all code until there are --nombre (default 60) at least. Tests run the cheapest first and stop
+at the first that fails. The list with its outcome is written to tests/mutations.md after each fault, so that a run
+may be ended at any time; --de N goes on with the N-th fault, --minutes N starts none after so long.
+
+A fault that changes nothing but the time (a threshold between two ways that both are right) cannot
+be noticed by a test of results; what stands as "not noticed" is to be looked at one by one.
+"""
+
+import argparse
+import os
+import random
+import re
+import subprocess
+import sys
+import time
+
+RACINE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+RAPPORT = os.path.join(RACINE, "tests", "mutations.md")
+CODE = ("app", "console", "features", "primes", "state")
+
+# What each kind of test has to have built; the cheapest kind first.
+CIBLES = {"golden": ["premiers"], "unit": ["all"], "differentiel": ["premiers", "premiers-reference", "differentiel"]}
+
+# (what it is, file, text, text with the fault)
+NOMMEES = [
+    # The table of growth, row by row.
+    ("growth: a prime", "primes/dette.cpp", "NTL::SqrRoot(S)", "NTL::SqrRoot(S) - 1"),
+    ("growth: prem on a composite", "primes/prem.cpp", "facteur_certain(S) - 1",
+     "facteur_certain(S)"),
+    ("growth: prem on a large composite", "primes/prem.cpp", "dette.noter(*p - 1)",
+     "dette.noter(*p)"),
+    ("growth: prem1 on a composite", "primes/prem.cpp", "plus_petit_facteur(n) - 1",
+     "plus_petit_facteur(n)"),
+    ("growth: prem1 on a prime", "primes/prem.cpp", "dette.noter(rS1);", "dette.noter(rS1 - 1);"),
+    ("growth: 2 owes nothing", "primes/prem.cpp", "n != 2 && est_premier", "n != 3 && est_premier"),
+    ("growth: largest factor once", "primes/dette.cpp", "if (facteurs.size() > 1) noter_grande",
+     "if (facteurs.size() > 2) noter_grande"),
+    ("growth: largest factor twice", "primes/dette.cpp", "plus_grand.premier - 1",
+     "plus_grand.premier"),
+    ("growth: which case", "primes/dette.cpp", "plus_grand.exposant > 1", "plus_grand.exposant > 2"),
+    ("growth: 1 owes nothing", "primes/dette.cpp", "if (facteurs.empty()) return;",
+     "if (facteurs.empty()) return dette.noter(3);"),
+    ("growth: the payment", "primes/dette.cpp", "table.dernier()) > dette",
+     "table.dernier()) >= dette"),
+    ("growth: an interval's last prime", "primes/intervalle.cpp", "n >= debut; --n",
+     "n > debut; --n"),
+    ("growth: the limit of notes", "primes/dette.h", "borne <= borne_max", "borne < 1000"),
+    # The modes of controle.
+    ("controle: oui_non", "console/controle.cpp", None, "Cas::oui_non"),
+    ("controle: un_deux", "console/controle.cpp", None, "Cas::un_deux"),
+    ("controle: zero_a_deux", "console/controle.cpp", None, "Cas::zero_a_deux"),
+    ("controle: menu_principal", "console/controle.cpp", None, "Cas::menu_principal"),
+    ("controle: menu_consultation", "console/controle.cpp", None, "Cas::menu_consultation"),
+    ("controle: menu_concatenation", "console/controle.cpp", None, "Cas::menu_concatenation"),
+    ("controle: nombre", "console/controle.cpp", None, "Cas::nombre:"),
+    ("controle: nombre_signe", "console/controle.cpp", None, "Cas::nombre_signe"),
+    ("controle: commande", "console/controle.cpp", None, "Cas::commande"),
+    ("controle: grand_nombre", "console/controle.cpp", None, "Cas::grand_nombre:"),
+    ("controle: borne", "console/controle.cpp", None, "Cas::borne"),
+    ("controle: voir is reset", "console/controle.cpp", "s.etat.voir = false;", ""),
+    ("words: 199 characters", "console/entree.cpp", "l1_ + n <= longueur_max",
+     "l1_ + n < longueur_max"),
+    ("words: NUL bytes", "console/entree.cpp", "'\\0') == fin_mot", "'\\1') == fin_mot"),
+    ("words: form feeds are blanks", "console/entree.cpp", "c <= '\\r'", "c < '\\r'"),
+    # The screens.
+    ("screen: menu", "app/menu.cpp", "Que voulez-vous faire ? : \\n ",
+     "Que voulez-vous faire ? :\\n "),
+    ("screen: status", "app/menu.cpp", "statut_fermeture = 1", "statut_fermeture = 0"),
+    ("screen: explanations", "app/explications.cpp", "NOMBRES PREMIERS : ", "NOMBRES PREMIERS :"),
+    ("screen: ranked listing", "features/premier.cpp", "Dernier nombre calcule  :",
+     "Dernier nombre calcule :"),
+    ("screen: ranked listing, refusal", "features/premier.cpp", "K < etat.Nprem.np())",
+     "K <= etat.Nprem.np())"),
+    ("screen: ranked listing, = is forgotten", "features/premier.cpp", "      etat.un = false;",
+     "      etat.un = true;"),
+    ("screen: ranked listing, last rank", "features/premier.cpp", "Nprem.np() - 1;",
+     "Nprem.np();"),
+    ("screen: blocks", "console/entrees.h", "(rang - 1) % 100", "rang % 100"),
+    ("screen: consultation, ranks", "features/affiche.cpp", "r <= s.etat.Nprem.np()",
+     "r < s.etat.Nprem.np()"),
+    ("screen: consultation, values", "features/affiche.cpp", "maj <= s.etat.Nprem.dernier()",
+     "maj < s.etat.Nprem.dernier()"),
+    ("screen: consultation, minimum", "features/affiche.cpp", "while (doub < 2)",
+     "while (doub < 1)"),
+    ("screen: bounds crossed", "features/liste.cpp", "bornes.fin < bornes.debut",
+     "bornes.fin <= bornes.debut"),
+    ("screen: bounds, a lost blank", "features/liste.cpp", "  nombres premiers entre",
+     " nombres premiers entre"),
+    ("screen: decomposition, 1", "features/decomp.cpp", "exposant == 1) {", "exposant >= 1) {"),
+    ("screen: decomposition, exponent", "features/decomp.cpp", "exposant != 1", "exposant != 2"),
+    ("screen: concatenations", "features/concat.cpp", "recherche.debut > recherche.fin",
+     "recherche.debut >= recherche.fin"),
+    ("screen: concatenations, choice 3", "features/concat.cpp", "choix_premiers = 3",
+     "choix_premiers = 2"),
+]
+
+# What is drawn: text, and what it becomes.
+ECHANGES = [
+    (" <= ", " < "), (" >= ", " > "), (" < ", " <= "), (" > ", " >= "), (" == ", " != "),
+    (" != ", " == "), (" + 1", ""), (" - 1", ""), (" && ", " || "), (" || ", " && "),
+    (" + ", " - "), (" - ", " + "), (" * ", " + "), ("++", "--"), (" += ", " -= "),
+]
+
+
+def lire(chemin):
+    with open(chemin, encoding="utf-8") as fichier:
+        return fichier.read()
+
+
+def ecrire(chemin, texte):
+    with open(chemin, "w", encoding="utf-8") as fichier:
+        fichier.write(texte)
+
+
+def candidates(texte):
+    """Every (line number, new text of the line) of a file."""
+    trouvees = []
+    for numero, ligne in enumerate(texte.split("\n")):
+        code = ligne.split("//")[0]
+        if re.match(r"\s*(#|template|static_assert|using|///|\"|inline constexpr std::string)", code):
+            continue
+        for ancien, nouveau in ECHANGES:
+            for ou in re.finditer(re.escape(ancien), code):
+                avant = code[: ou.start()]
+                if avant.count('"') % 2:  # within a text
+                    continue
+                if ancien in (" < ", " > ") and ("template" in code or "<<" in code):
+                    continue
+                trouvees.append((numero, ligne[: ou.start()] + nouveau + ligne[ou.end() :]))
+    return trouvees
+
+
+class Faute:
+    def __init__(self, nom, fichier, texte):
+        self.nom, self.fichier, self.texte = nom, fichier, texte
+
+
+def mode_fausse(texte, mode):
+    """The line of this mode in `accepte` takes something else: the last digit of its range moves, or
+    what it calls is refused."""
+    lignes = texte.split("\n")
+    for i, ligne in enumerate(lignes):
+        if mode in ligne and "case" in ligne:
+            for j in range(i, min(i + 8, len(lignes))):
+                m = re.search(r"return (.*);", lignes[j])
+                if m:
+                    chiffre = re.search(r"'(\d)'\)", lignes[j]) or re.search(r"(\d)\)", lignes[j])
+                    if chiffre:
+                        n = chiffre.start(1)
+                        lignes[j] = lignes[j][:n] + str(int(chiffre[1]) - 1) + lignes[j][n + 1 :]
+                    else:
+                        lignes[j] = lignes[j].replace("return ", "return !", 1)
+                    return "\n".join(lignes)
+    return None
+
+
+def toutes(arbre, graine, nombre):
+    """The list of faults, the same for the same seed and the same code."""
+    hasard = random.Random(graine)
+    fautes = []
+    for nom, fichier, ancien, nouveau in NOMMEES:
+        texte = lire(os.path.join(arbre, fichier))
+        faux = mode_fausse(texte, nouveau) if ancien is None else texte.replace(ancien, nouveau, 1)
+        if faux is None or faux == texte:
+            print(f"no longer in the code: {nom} ({fichier})", file=sys.stderr)
+            continue
+        fautes.append(Faute(nom, fichier, faux))
+    fichiers = subprocess.run(["git", "-C", arbre, "ls-files", *CODE], check=True, text=True,
+                              capture_output=True).stdout.split()
+    moteur = [f for f in fichiers if f.startswith("primes/") and f.endswith(".cpp")]
+
+    def tirer(nom, fichier):
+        texte = lire(os.path.join(arbre, fichier))
+        choix = candidates(texte)
+        if not choix:
+            return
+        numero, ligne = hasard.choice(choix)
+        lignes = texte.split("\n")
+        quoi = f"{nom}, line {numero + 1}: `{ligne.strip()}` for `{lignes[numero].strip()}`"
+        lignes[numero] = ligne
+        fautes.append(Faute(quoi.replace("|", "\\|"), fichier, "\n".join(lignes)))
+
+    for fichier in moteur:
+        tirer("engine", fichier)
+    while len(fautes) < nombre:
+        tirer("drawn", hasard.choice([f for f in fichiers if f.endswith((".cpp", ".h"))]))
+    return fautes
+
+
+class Banc:
+    """The copy in which faults are planted."""
+
+    def __init__(self, dossier, etiquettes):
+        self.etiquettes = etiquettes
+        self.arbre = os.path.join(dossier, "arbre")
+        self.build = os.path.join(self.arbre, "build", "release")
+        if not os.path.exists(self.arbre):
+            os.makedirs(dossier, exist_ok=True)
+            subprocess.run(["git", "clone", "-q", RACINE, self.arbre], check=True)
+        if not os.path.exists(self.build):
+            subprocess.run(["cmake", "--preset", "release"], cwd=self.arbre, check=True,
+                           stdout=subprocess.DEVNULL)
+
+    def construire(self, *cibles):
+        return subprocess.run(["nice", "ninja", "-C", self.build, *cibles], check=False,
+                              capture_output=True, text=True).returncode == 0
+
+    def essais(self, etiquette, limite=60):
+        """The first test of that label that fails, or None."""
+        r = subprocess.run(["nice", "ctest", "-L", etiquette, "--stop-on-failure", "--timeout",
+                            str(limite), "-j", "2"], cwd=self.build, check=False,
+                           capture_output=True, text=True)
+        if r.returncode == 0:
+            return None
+        echec = re.search(r"Test +#\d+: (\S+) \.+.*?(Failed|Timeout|Exception|Subprocess)", r.stdout)
+        return echec[1] if echec else "ctest"
+
+    def qui_remarque(self, faute):
+        """The name of the test that notices a fault, "compiler", or None."""
+        chemin = os.path.join(self.arbre, faute.fichier)
+        juste = lire(chemin)
+        ecrire(chemin, faute.texte)
+        try:
+            for etiquette in self.etiquettes:
+                if not self.construire(*CIBLES[etiquette]):
+                    return "compiler"
+                echec = self.essais(etiquette)
+                if echec:
+                    return echec
+            return None
+        finally:
+            ecrire(chemin, juste)
+
+
+def rapporter(lignes, total, o):
+    faites = [q for _, _, q in lignes]
+    vues = sum(q not in (None, "compiler") for q in faites)
+    compilees = sum(q != "compiler" for q in faites)
+    texte = [
+        "# Faults planted one by one, and what noticed them",
+        "",
+        f"Written by `tests/mutations.py` (seed {o.graine}; tests: {o.essais}). {len(lignes)} of {total} "
+        f"faults tried; {compilees} of them still are a program, and the tests notice {vues} of these.",
+        "",
+        "| fault | file | noticed by |",
+        "|---|---|---|",
+    ]
+    texte += [f"| {nom} | {fichier} | {qui or '**not noticed**'} |" for nom, fichier, qui in lignes]
+    ecrire(RAPPORT, "\n".join(texte) + "\n")
+
+
+def main():
+    options = argparse.ArgumentParser()
+    options.add_argument("--graine", type=int, default=1)
+    options.add_argument("--nombre", type=int, default=60)
+    options.add_argument("--dossier", default=os.path.join(RACINE, "build", "mutations"))
+    options.add_argument("--de", type=int, default=0)
+    options.add_argument("--essais", default=",".join(CIBLES), help="the kinds of tests to run")
+    options.add_argument("--minutes", type=float, default=0)
+    o = options.parse_args()
+    debut = time.monotonic()
+    banc = Banc(os.path.abspath(o.dossier), o.essais.split(","))
+    fautes = toutes(banc.arbre, o.graine, o.nombre)
+    print(f"{len(fautes)} faults; building", flush=True)
+    for etiquette in banc.etiquettes:
+        if not banc.construire(*CIBLES[etiquette]):
+            sys.exit("the copy cannot be built")
+        if echec := banc.essais(etiquette, 900):
+            sys.exit(f"a test fails without any fault: {echec}")
+    lignes = []
+    for n, faute in enumerate(fautes[o.de :], o.de):
+        if o.minutes and time.monotonic() - debut > 60 * o.minutes:
+            break
+        qui = banc.qui_remarque(faute)
+        lignes.append((faute.nom, faute.fichier, qui))
+        print(f"{n}  {faute.nom}: {qui or 'NOT NOTICED'}", flush=True)
+        rapporter(lignes, len(fautes), o)
+
+
+if __name__ == "__main__":
+    main()
