@@ -56,6 +56,7 @@ def lancer(cote, ou, dossier):
         fin_de_patience = threading.Timer(cote.patience or 10**6, p.kill)
         fin_de_patience.daemon = True
         fin_de_patience.start()
+        memoire = suivre_la_memoire(p.pid)
         if destination:
             sortie.close()
         else:
@@ -76,7 +77,26 @@ def lancer(cote, ou, dossier):
         texte += (dossier / "sortie").read_text(errors="replace")
     valeurs = valeurs_nommees(texte)
     temps = valeurs[cote.interne] if cote.interne else usage.ru_utime + usage.ru_stime
-    return Mesure(temps, valeurs.get(cote.interne, mur), usage.ru_maxrss / 1024, valeurs)
+    return Mesure(temps, valeurs.get(cote.interne, mur), max(memoire) / 1024, valeurs)
+
+
+def suivre_la_memoire(pid):
+    """The peaks of resident memory in KiB, as they grow; a thread asks until the process ends. (The
+    figure that wait4 gives includes the size of this script at the fork.)"""
+    pics = [0]
+
+    def regarder():
+        try:
+            while True:
+                with open(f"/proc/{pid}/status", encoding="ascii") as etat:
+                    pics.extend(int(l.split()[1]) for l in etat if l.startswith("VmHWM"))
+                time.sleep(0.01)
+                del pics[:-1]
+        except (OSError, ProcessLookupError):
+            pass
+
+    threading.Thread(target=regarder, daemon=True).start()
+    return pics
 
 
 def combien(voulus, premiere_duree):

@@ -33,7 +33,7 @@ def machine(recent=""):
     memoire = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
     lignes = [f"Date: {date.today()}",
               f"Machine: {modele[1] if modele else platform.machine()}, {os.cpu_count()} "
-              f"processors, {memoire:.0f} GB; {platform.system()} {platform.release()}; "
+              f"processors, {memoire:.0f} GB; {platform.system()}; "
               f"load when the measure began: {os.getloadavg()[0]:.2f}",
               f"Compiler: {premiere_ligne('g++', '--version')}"]
     outils = [premiere_ligne("primesieve", "--version"), premiere_ligne("primecount", "--version"),
@@ -113,8 +113,7 @@ Written by `bench/mesurer.py`, which runs both sides of each row in turns and ta
 are processor time, user and system, of the whole process unless a note says otherwise, with the
 wall time in brackets; every tool runs on one thread. A ratio is ours over the peer's, the best one
 of the row where several stand there (the first is the one compared with): smaller is better.
-Answers that both sides print are compared in the same run, and a difference ends it. Peak memory
-below some {plancher:.0f} MB is that of the script that starts the process.
+Answers that both sides print are compared in the same run, and a difference ends it.
 """
 
 TABLE = "| work | ours | peer | ratio | must | aim | reached? |\n|---|---|---|---|---|---|---|"

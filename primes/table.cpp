@@ -27,6 +27,9 @@ constexpr std::uint64_t part_d_avance = 16;
 /// The smallest block, 30,720 integers: sieved within some microseconds.
 constexpr std::uint64_t plus_petit_bloc = 1024;
 
+/// A mark for so many ranks: a quarter of the smallest number of primes in a full block.
+constexpr std::int64_t pas_repere = 1 << 16;
+
 constexpr std::uint64_t octet_max =
     static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) / 30 + 1;
 
@@ -42,16 +45,6 @@ std::uint64_t masque_jusqu_a(std::uint64_t v) {
 /// Tells how far it is; the last block goes beyond what is wanted.
 void dire_part(const Suivi& suivi, double fait, double voulu) {
   if (suivi) suivi(std::min(fait / voulu, 1.0));
-}
-
-/// Clears the lowest `n` set bits.
-std::uint64_t sans_les_premiers(std::uint64_t mot, std::uint32_t n) {
-  for (; n > 0; --n) mot &= mot - 1;
-  return mot;
-}
-
-std::uint32_t nombre_de_bits(std::uint64_t mot) {
-  return static_cast<std::uint32_t>(std::popcount(mot));
 }
 
 }  // namespace
@@ -70,6 +63,18 @@ std::uint64_t Table::octets_cribles() const {
   return blocs_.empty() ? 0 : blocs_.back().octet + blocs_.back().taille;
 }
 
+/// Fills the directory of a sieved block, and the marks that fall into it.
+void Table::compter_les_lignes(Bloc& bloc) {
+  for (std::size_t l = 0; l < bloc.taille / octets_par_ligne; ++l) {
+    bloc.lignes[l] = bloc.premiers;
+    bloc.premiers += static_cast<std::uint32_t>(
+        compter_bits({bloc.octets.get() + l * octets_par_ligne, octets_par_ligne}));
+  }
+  while (static_cast<std::int64_t>(reperes_.size()) * pas_repere <= bloc.rang + bloc.premiers) {
+    reperes_.push_back(static_cast<std::uint32_t>(blocs_.size()));
+  }
+}
+
 void Table::cribler_un_bloc() {
   const std::uint64_t octet = octets_cribles();
   if (!crible_) crible_.emplace(octet, octet_max);
@@ -86,18 +91,13 @@ void Table::cribler_un_bloc() {
   blocs_.reserve(blocs_.size() + 1);
   try {
     crible_->remplir({bloc.octets.get(), taille});
+    compter_les_lignes(bloc);
   } catch (...) {
-    crible_.reset();  // what it holds is half done; the next block begins anew
+    crible_.reset();  // it is ahead of the table now; the next block begins anew
     throw;
   }
-  std::uint64_t rang = 0;
-  for (std::size_t l = 0; l < lignes; ++l) {
-    bloc.lignes[l] = static_cast<std::uint32_t>(rang);
-    rang += compter_bits({bloc.octets.get() + l * octets_par_ligne, octets_par_ligne});
-  }
-  bloc.premiers = static_cast<std::uint32_t>(rang);
+  rangs_cribles_ += bloc.premiers;
   blocs_.push_back(std::move(bloc));
-  rangs_cribles_ += static_cast<std::int64_t>(rang);
 }
 
 /// The number of primes <= v, v below what is sieved.
@@ -122,26 +122,30 @@ std::int64_t Table::rang_crible(std::uint64_t v) const {
   return rang + std::popcount(lire_mot(bloc.octets.get() + mot) & masque);
 }
 
+/// The block of a rank > 3. Between two marks there is hardly more than one block.
+const Table::Bloc& Table::bloc_du_rang(std::int64_t rang) const {
+  const auto repere = static_cast<std::size_t>(rang / pas_repere);
+  const auto debut = blocs_.begin() + reperes_[repere];
+  const auto fin =
+      repere + 1 < reperes_.size() ? blocs_.begin() + reperes_[repere + 1] + 1 : blocs_.end();
+  return *std::prev(std::lower_bound(debut + 1, fin, rang,
+                                     [](const Bloc& b, std::int64_t r) { return b.rang < r; }));
+}
+
 Table::Curseur Table::curseur(std::int64_t rang) const {
   Curseur c{};
   c.table_ = this;
   c.rang = rang - 1;
   if (rang > nombre_sans_bit) {
-    const auto bloc =
-        std::prev(std::lower_bound(blocs_.begin(), blocs_.end(), rang,
-                                   [](const Bloc& b, std::int64_t r) { return b.rang < r; }));
-    auto reste = static_cast<std::uint32_t>(rang - bloc->rang);
-    const std::size_t ligne = bloc->ligne_de(reste);
-    reste -= bloc->lignes[ligne];
-    c.bloc_ = static_cast<std::size_t>(bloc - blocs_.begin());
-    c.mot_ = ligne * (octets_par_ligne / octets_par_mot);
+    const Bloc& bloc = bloc_du_rang(rang);
+    const auto reste = static_cast<std::uint32_t>(rang - bloc.rang);
+    const std::size_t ligne = bloc.ligne_de(reste);
+    const PlaceDuBit place =
+        place_du_bit(bloc.octets.get() + ligne * octets_par_ligne, reste - bloc.lignes[ligne]);
+    c.bloc_ = static_cast<std::size_t>(&bloc - blocs_.data());
+    c.mot_ = ligne * (octets_par_ligne / octets_par_mot) + place.mot;
     c.charger();
-    for (auto n = nombre_de_bits(c.reste_); reste > n; n = nombre_de_bits(c.reste_)) {
-      reste -= n;
-      ++c.mot_;
-      c.charger();
-    }
-    c.reste_ = sans_les_premiers(c.reste_, reste - 1);
+    c.reste_ = place.reste;
   }
   c.avancer();
   return c;

@@ -104,13 +104,17 @@ struct Table {
 
   std::uint64_t octets_cribles() const;
   void cribler_un_bloc();
+  void compter_les_lignes(Bloc& bloc);
   std::int64_t rang_crible(std::uint64_t v) const;
   std::int64_t premier_crible(std::int64_t rang) const;
 
   std::int64_t np_ = 2;
   std::int64_t dernier_ = 3;
+  const Bloc& bloc_du_rang(std::int64_t rang) const;
+
   std::vector<Bloc> blocs_;
-  std::int64_t rangs_cribles_ = 3;  // 2, 3 and 5 have no bit
+  std::vector<std::uint32_t> reperes_;  // the block of each rank that is a multiple of pas_repere
+  std::int64_t rangs_cribles_ = 3;      // 2, 3 and 5 have no bit
   std::optional<Crible> crible_;
 };
 

@@ -22,13 +22,43 @@ compter(std::span<const std::uint8_t> octets) {
   return nombre;
 }
 
+#if defined(__GNUC__)
+[[gnu::always_inline]]
+#endif
+inline PlaceDuBit
+placer(const std::uint8_t* octets, std::uint32_t n) {
+  std::size_t m = 0;
+  std::uint64_t mot = lire_mot(octets);
+  for (auto bits = static_cast<std::uint32_t>(std::popcount(mot)); bits < n;
+       bits = static_cast<std::uint32_t>(std::popcount(mot))) {
+    n -= bits;
+    ++m;
+    mot = lire_mot(octets + 8 * m);
+  }
+  for (; n > 1; --n) mot &= mot - 1;
+  return {m, mot};
+}
+
 #if defined(__x86_64__)
+[[gnu::target("popcnt,bmi")]] PlaceDuBit placer_popcnt(const std::uint8_t* octets,
+                                                       std::uint32_t n) {
+  return placer(octets, n);
+}
 [[gnu::target("popcnt")]] std::uint64_t compter_popcnt(std::span<const std::uint8_t> octets) {
   return compter(octets);
 }
 #endif
 
 }  // namespace
+
+PlaceDuBit place_du_bit(const std::uint8_t* octets, std::uint32_t n) {
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("popcnt") && __builtin_cpu_supports("bmi")) {
+    return placer_popcnt(octets, n);
+  }
+#endif
+  return placer(octets, n);
+}
 
 std::uint64_t compter_bits(std::span<const std::uint8_t> octets) {
 #if defined(__x86_64__)

@@ -44,6 +44,14 @@ inline void pour_chaque_premier(std::span<const std::uint8_t> octets, std::uint6
   if (reste > 0) pour_chaque_bit(lire_mot(o, reste), origine, f);
 }
 
+/// Where the n-th set bit of some bytes lies, n >= 1: in which word of eight bytes, and that word
+/// without the bits before it. There must be as many, in whole words.
+struct PlaceDuBit {
+  std::size_t mot;
+  std::uint64_t reste;
+};
+PlaceDuBit place_du_bit(const std::uint8_t* octets, std::uint32_t n);
+
 /// Number of set bits. Costs about one cycle for 8 bytes where the processor counts bits itself.
 std::uint64_t compter_bits(std::span<const std::uint8_t> octets);
 
