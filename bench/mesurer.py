@@ -148,9 +148,8 @@ def main():
             except MauvaiseReponse as faute:
                 sys.exit(f"mesurer: {faute}")
             annoncer(*faites[-1])
-    plancher = resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1024
     dossier = options.sortie or (aides if partiel else RACINE / "docs")
-    ecrire(dossier, faites, ecartees, lignes_machine, plancher)
+    ecrire(dossier, faites, ecartees, lignes_machine)
     (aides / "mesures.json").write_text(json.dumps(
         [{"work": ligne.travail, "sides": [vars(r) | {"mesures": [vars(m) for m in r.mesures]}
                                            for r in resultats]}

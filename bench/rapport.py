@@ -128,9 +128,9 @@ def lignes_du_groupe(groupe, faites):
     return [(ligne, r, ligne.exigences) for ligne, r in faites if ligne.groupe == groupe]
 
 
-def texte(faites, ecartees, lignes_machine, plancher):
+def texte(faites, ecartees, lignes_machine):
     """The report; `faites` are pairs of a row and its results."""
-    parties = [ENTETE.format(plancher=plancher), *(f"- {l}" for l in lignes_machine)]
+    parties = [ENTETE, *(f"- {l}" for l in lignes_machine)]
     for groupe in dict.fromkeys(ligne.groupe for ligne, _ in faites):
         parties += ["", f"## {groupe}", "", TABLE]
         notes = {}
@@ -162,9 +162,9 @@ def courbes(faites):
     return points
 
 
-def ecrire(dossier, faites, ecartees, lignes_machine, plancher):
+def ecrire(dossier, faites, ecartees, lignes_machine):
     dossier.mkdir(parents=True, exist_ok=True)
-    (dossier / "performance.md").write_text(texte(faites, ecartees, lignes_machine, plancher))
+    (dossier / "performance.md").write_text(texte(faites, ecartees, lignes_machine))
     points = courbes(faites)
     if points:
         (dossier / "performance.svg").write_text(

@@ -2,8 +2,8 @@
 #include "primes/concatenations/concatenations.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "primes/arithmetique/zz.h"
