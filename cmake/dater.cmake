@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Read by cpack when it starts: one date for all that it packs (the convention is that of
-# https://reproducible-builds.org/specs/source-date-epoch/). It is that of the last commit; where
+# Read by cpack when it starts: one date for all that it packs (the convention is
+# SOURCE_DATE_EPOCH, of the Reproducible Builds project). It is that of the last commit; where
 # there is no repository, as in the unpacked source tarball, that of CMakeLists.txt, which is the
 # same.
 if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
