@@ -6,13 +6,12 @@
 #include <limits>
 
 #include "primes/arithmetique/bits.h"
+#include "systeme/systeme.h"
 
 namespace premiers {
 
 namespace {
 
-/// The directory's grain: one cache line, 1,920 integers.
-constexpr std::size_t octets_par_ligne = 64;
 constexpr std::size_t octets_par_mot = 8;
 constexpr std::int64_t entiers_par_octet = 30;
 constexpr std::int64_t entiers_par_mot = entiers_par_octet * std::int64_t{octets_par_mot};
@@ -21,14 +20,16 @@ constexpr std::int64_t entiers_par_mot = entiers_par_octet * std::int64_t{octets
 constexpr std::array<std::uint8_t, 4> premiers_sans_bit{0, 2, 3, 5};
 constexpr std::int64_t nombre_sans_bit = 3;
 
-/// A block is this part of what is already sieved: what is sieved ahead stays below 7 %, and the
-/// sizes grow to what the sieve likes best within a hundred blocks.
+/// A block that reaches beyond what is wanted is at most this part of what is already sieved: what
+/// is sieved ahead stays below 7 %.
 constexpr std::uint64_t part_d_avance = 16;
 /// The smallest block, 30,720 integers: sieved within some microseconds.
 constexpr std::uint64_t plus_petit_bloc = 1024;
+/// The largest, 31 million integers: sieved within some milliseconds.
+constexpr std::uint64_t plus_grand_bloc = std::uint64_t{1} << 20;
 
-/// A mark for so many ranks: a quarter of the smallest number of primes in a full block.
-constexpr std::int64_t pas_repere = 1 << 16;
+/// A mark for so many ranks: some forty lines, about two bytes for every thousand of the table.
+constexpr std::int64_t pas_repere = 1 << 12;
 
 constexpr std::uint64_t octet_max =
     static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) / 30 + 1;
@@ -42,6 +43,13 @@ std::uint64_t masque_jusqu_a(std::uint64_t v) {
   return n == 0 ? 0 : ~std::uint64_t{0} >> (64 - n);
 }
 
+/// Has the line fetched from memory without waiting for it.
+void precharger([[maybe_unused]] const void* ligne) {
+#if defined(__GNUC__)
+  __builtin_prefetch(ligne);
+#endif
+}
+
 /// Tells how far it is; the last block goes beyond what is wanted.
 void dire_part(const Suivi& suivi, double fait, double voulu) {
   if (suivi) suivi(std::min(fait / voulu, 1.0));
@@ -49,50 +57,45 @@ void dire_part(const Suivi& suivi, double fait, double voulu) {
 
 }  // namespace
 
-/// The line that holds the n-th prime of the block, 1 <= n. Primes lie so evenly that the line in
-/// proportion is a few steps from the right one: two cache misses where a binary search has ten.
-std::size_t Table::Bloc::ligne_de(std::uint32_t n) const {
-  const std::size_t nombre = taille / octets_par_ligne;
-  std::size_t l = std::min(std::size_t{n} * nombre / (premiers + 1), nombre - 1);
-  while (lignes[l] >= n) --l;
-  while (l + 1 < nombre && lignes[l + 1] < n) ++l;
-  return l;
-}
-
 std::uint64_t Table::octets_cribles() const {
-  return blocs_.empty() ? 0 : blocs_.back().octet + blocs_.back().taille;
+  return blocs_.empty() ? 0 : blocs_.back().octet + blocs_.back().taille();
 }
 
-/// Fills the directory of a sieved block, and the marks that fall into it.
+/// Fills the directory of a sieved block, and sets the marks that fall into it.
 void Table::compter_les_lignes(Bloc& bloc) {
-  for (std::size_t l = 0; l < bloc.taille / octets_par_ligne; ++l) {
-    bloc.lignes[l] = bloc.premiers;
-    bloc.premiers += static_cast<std::uint32_t>(
-        compter_bits({bloc.octets.get() + l * octets_par_ligne, octets_par_ligne}));
-  }
-  while (static_cast<std::int64_t>(reperes_.size()) * pas_repere <= bloc.rang + bloc.premiers) {
-    reperes_.push_back(static_cast<std::uint32_t>(blocs_.size()));
+  const std::span avant{bloc.avant.get(), bloc.lignes};
+  bloc.premiers = compter_par_ligne(bloc.octets(), avant);
+  const auto numero = static_cast<std::uint32_t>(blocs_.size());
+  for (;;) {
+    const std::int64_t n = static_cast<std::int64_t>(reperes_.size()) * pas_repere - bloc.rang;
+    if (n > bloc.premiers) return;
+    const auto ligne = std::lower_bound(avant.begin() + 1, avant.end(), n) - avant.begin() - 1;
+    reperes_.push_back({numero, static_cast<std::uint32_t>(ligne)});
   }
 }
 
-void Table::cribler_un_bloc() {
+/// Sieves the next block, up to byte `voulu` if it can be.
+void Table::cribler_un_bloc(std::uint64_t voulu) {
   const std::uint64_t octet = octets_cribles();
   if (!crible_) crible_.emplace(octet, octet_max);
-  const std::uint64_t souhait = octet / part_d_avance / octets_par_ligne * octets_par_ligne;
-  const auto taille = static_cast<std::size_t>(
-      std::clamp<std::uint64_t>(souhait, plus_petit_bloc, crible_->taille()));
-  const std::size_t lignes = taille / octets_par_ligne;
+  const std::uint64_t souhait = std::max(octet / part_d_avance, std::max(voulu, octet) - octet);
+  const std::size_t lignes =
+      std::clamp(souhait, plus_petit_bloc, plus_grand_bloc) / octets_par_ligne;
   Bloc bloc{octet,
-            taille,
+            lignes,
             rangs_cribles_,
             0,
-            std::make_unique_for_overwrite<std::uint8_t[]>(taille),
+            std::make_unique_for_overwrite<Ligne[]>(lignes),
             std::make_unique_for_overwrite<std::uint32_t[]>(lignes)};
+  const std::size_t reperes = reperes_.size();
   blocs_.reserve(blocs_.size() + 1);
   try {
-    crible_->remplir({bloc.octets.get(), taille});
+    systeme::peupler(std::as_writable_bytes(std::span{bloc.bits.get(), lignes}));
+    systeme::peupler(std::as_writable_bytes(std::span{bloc.avant.get(), lignes}));
+    crible_->remplir({bloc.octets(), bloc.taille()});
     compter_les_lignes(bloc);
   } catch (...) {
+    reperes_.resize(reperes);
     crible_.reset();  // it is ahead of the table now; the next block begins anew
     throw;
   }
@@ -114,22 +117,30 @@ std::int64_t Table::rang_crible(std::uint64_t v) const {
   const std::size_t ligne = local / octets_par_ligne;
   const std::size_t mot = local / octets_par_mot * octets_par_mot;
   const std::uint64_t masque = masque_jusqu_a(v - (bloc.octet + mot) * 30);
-  const std::uint8_t* debut = bloc.octets.get() + ligne * octets_par_ligne;
-  std::int64_t rang = bloc.rang + bloc.lignes[ligne];
-  for (const std::uint8_t* o = debut; o < bloc.octets.get() + mot; o += octets_par_mot) {
-    rang += std::popcount(lire_mot(o));
+  std::int64_t rang = bloc.rang + bloc.avant[ligne];
+  for (std::size_t o = ligne * octets_par_ligne; o < mot; o += octets_par_mot) {
+    rang += std::popcount(lire_mot(bloc.octets() + o));
   }
-  return rang + std::popcount(lire_mot(bloc.octets.get() + mot) & masque);
+  return rang + std::popcount(lire_mot(bloc.octets() + mot) & masque);
 }
 
-/// The block of a rank > 3. Between two marks there is hardly more than one block.
-const Table::Bloc& Table::bloc_du_rang(std::int64_t rang) const {
+/// The line of a rank > 3 that is sieved.
+Table::Place Table::ligne_du_rang(std::int64_t rang) const {
   const auto repere = static_cast<std::size_t>(rang / pas_repere);
-  const auto debut = blocs_.begin() + reperes_[repere];
-  const auto fin =
-      repere + 1 < reperes_.size() ? blocs_.begin() + reperes_[repere + 1] + 1 : blocs_.end();
-  return *std::prev(std::lower_bound(debut + 1, fin, rang,
-                                     [](const Bloc& b, std::int64_t r) { return b.rang < r; }));
+  const std::int64_t reste = rang % pas_repere;
+  Place place = reperes_[repere];
+  if (repere + 1 < reperes_.size() && reperes_[repere + 1].bloc == place.bloc) {
+    const std::uint32_t ecart = reperes_[repere + 1].ligne - place.ligne;
+    place.ligne += static_cast<std::uint32_t>(ecart * reste / pas_repere);
+    precharger(&blocs_[place.bloc].bits[place.ligne]);
+  }
+  for (; blocs_[place.bloc].rang + blocs_[place.bloc].premiers < rang; place.ligne = 0)
+    ++place.bloc;
+  const Bloc& bloc = blocs_[place.bloc];
+  const std::int64_t n = rang - bloc.rang;
+  while (bloc.avant[place.ligne] >= n) --place.ligne;
+  while (place.ligne + 1 < bloc.lignes && bloc.avant[place.ligne + 1] < n) ++place.ligne;
+  return place;
 }
 
 Table::Curseur Table::curseur(std::int64_t rang) const {
@@ -137,15 +148,14 @@ Table::Curseur Table::curseur(std::int64_t rang) const {
   c.table_ = this;
   c.rang = rang - 1;
   if (rang > nombre_sans_bit) {
-    const Bloc& bloc = bloc_du_rang(rang);
-    const auto reste = static_cast<std::uint32_t>(rang - bloc.rang);
-    const std::size_t ligne = bloc.ligne_de(reste);
-    const PlaceDuBit place =
-        place_du_bit(bloc.octets.get() + ligne * octets_par_ligne, reste - bloc.lignes[ligne]);
-    c.bloc_ = static_cast<std::size_t>(&bloc - blocs_.data());
-    c.mot_ = ligne * (octets_par_ligne / octets_par_mot) + place.mot;
+    const Place place = ligne_du_rang(rang);
+    const Bloc& bloc = blocs_[place.bloc];
+    const auto n = static_cast<std::uint32_t>(rang - bloc.rang) - bloc.avant[place.ligne];
+    const PlaceDuBit bit = place_du_bit(bloc.bits[place.ligne].octets.data(), n);
+    c.bloc_ = place.bloc;
+    c.mot_ = place.ligne * (octets_par_ligne / octets_par_mot) + bit.mot;
     c.charger();
-    c.reste_ = place.reste;
+    c.reste_ = bit.reste;
   }
   c.avancer();
   return c;
@@ -153,7 +163,7 @@ Table::Curseur Table::curseur(std::int64_t rang) const {
 
 void Table::Curseur::charger() {
   const Bloc& bloc = table_->blocs_[bloc_];
-  reste_ = lire_mot(bloc.octets.get() + mot_ * octets_par_mot);
+  reste_ = lire_mot(bloc.octets() + mot_ * octets_par_mot);
   base_ = static_cast<std::int64_t>(bloc.octet) * entiers_par_octet +
           static_cast<std::int64_t>(mot_) * entiers_par_mot;
 }
@@ -170,7 +180,7 @@ bool Table::Curseur::charger_suivant() {
   }
   do {
     ++mot_;
-    if (mot_ * octets_par_mot == table_->blocs_[bloc_].taille) {
+    if (mot_ * octets_par_mot == table_->blocs_[bloc_].taille()) {
       ++bloc_;
       mot_ = 0;
     }
@@ -220,8 +230,11 @@ std::int64_t Table::rang(std::int64_t v) const {
 
 void Table::etendre_au_rang(std::int64_t rang, const Suivi& suivi) {
   if (rang <= np_) return;
+  // The n-th prime is above n ln n (J. B. Rosser, "The n-th prime is greater than n log n", 1939).
+  const auto n = static_cast<double>(rang);
+  const auto voulu = static_cast<std::uint64_t>(n * std::log(n) / 30);
   while (rangs_cribles_ < rang || blocs_.empty()) {
-    cribler_un_bloc();
+    cribler_un_bloc(voulu);
     dire_part(suivi, static_cast<double>(rangs_cribles_), static_cast<double>(rang));
   }
   dernier_ = curseur(rang).premier;
@@ -232,7 +245,7 @@ void Table::etendre_au_dela(std::int64_t borne, const Suivi& suivi) {
   if (dernier_ > borne) return;
   const auto voulu = static_cast<std::uint64_t>(borne) / 30;
   while (octets_cribles() <= voulu) {
-    cribler_un_bloc();
+    cribler_un_bloc(voulu + 1);
     dire_part(suivi, static_cast<double>(octets_cribles()), static_cast<double>(voulu + 1));
   }
   etendre_au_rang(rang_crible(static_cast<std::uint64_t>(borne)) + 1, suivi);

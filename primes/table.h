@@ -4,14 +4,17 @@
 //
 // One bit for each integer coprime to 30 (primes/arithmetique/roue.h), in blocks that are sieved in
 // place and never moved, so growing copies nothing. A small directory holds the number of primes
-// before each block, and before each line of 64 bytes within it; a rank or a value is found by a
-// binary search in the blocks, one in the lines, and eight population counts. The table runs to the
-// prime `dernier`; the rest of the last block is sieved ahead and not part of it.
+// before each block, and before each line of 64 bytes within it. Marks tell the line of every
+// 4,096th rank; as primes lie evenly, the line of any rank is found in proportion between two marks,
+// at most a step or two off, and is fetched from memory while the directory is still being asked.
+// The table runs to the prime `dernier`; the rest of the last block is sieved ahead and not part of
+// it.
 //
-// Memory: 1/30 byte for each integer covered, 1/16 of that for the lines, at most 1/16 of it ahead.
+// Memory: 1/30 byte for each integer covered, 1/16 of that for the directory, at most 1/16 ahead.
 // Growing: the cost of the sieve. Limit: primes below 2^63.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -92,29 +95,38 @@ struct Table {
   }
 
  private:
+  /// The directory's grain: one cache line, 1,920 integers.
+  static constexpr std::size_t octets_par_ligne = 64;
+  struct alignas(octets_par_ligne) Ligne {
+    std::array<std::uint8_t, octets_par_ligne> octets;
+  };
   struct Bloc {
     std::uint64_t octet;     // the first byte, counted from that of 0 .. 29
-    std::size_t taille;      // in bytes, a multiple of a line
+    std::size_t lignes;      // how many
     std::int64_t rang;       // the number of primes before the block
     std::uint32_t premiers;  // and in it
-    std::unique_ptr<std::uint8_t[]> octets;
-    std::unique_ptr<std::uint32_t[]> lignes;  // the number of primes before each line, in the block
-    std::size_t ligne_de(std::uint32_t n) const;
+    std::unique_ptr<Ligne[]> bits;
+    std::unique_ptr<std::uint32_t[]> avant;  // the number of primes before each line, in the block
+    std::size_t taille() const { return lignes * octets_par_ligne; }
+    std::uint8_t* octets() const { return bits[0].octets.data(); }
+  };
+  /// Where a line is: in which block, and its number there.
+  struct Place {
+    std::uint32_t bloc;
+    std::uint32_t ligne;
   };
 
   std::uint64_t octets_cribles() const;
-  void cribler_un_bloc();
+  void cribler_un_bloc(std::uint64_t voulu);
   void compter_les_lignes(Bloc& bloc);
+  Place ligne_du_rang(std::int64_t rang) const;
   std::int64_t rang_crible(std::uint64_t v) const;
-  std::int64_t premier_crible(std::int64_t rang) const;
 
   std::int64_t np_ = 2;
   std::int64_t dernier_ = 3;
-  const Bloc& bloc_du_rang(std::int64_t rang) const;
-
   std::vector<Bloc> blocs_;
-  std::vector<std::uint32_t> reperes_;  // the block of each rank that is a multiple of pas_repere
-  std::int64_t rangs_cribles_ = 3;      // 2, 3 and 5 have no bit
+  std::vector<Place> reperes_;      // the line of the first rank, and of every 4,096th
+  std::int64_t rangs_cribles_ = 3;  // 2, 3 and 5 have no bit
   std::optional<Crible> crible_;
 };
 

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 
 #if defined(__unix__) || defined(__APPLE__)
 #include <poll.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -142,6 +144,17 @@ std::uint64_t memoire_libre() {
   return std::min({memoire_de_la_machine(), memoire_du_groupe(), espace_d_adressage()});
 }
 
+void peupler([[maybe_unused]] std::span<std::byte> octets) {
+#if defined(MADV_POPULATE_WRITE)
+  // Whole pages only: what begins before the bytes or ends after them is not ours to touch.
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  void* debut = octets.data();
+  std::size_t reste = octets.size();
+  if (std::align(page, page, debut, reste) == nullptr) return;
+  madvise(debut, reste / page * page, MADV_POPULATE_WRITE);
+#endif
+}
+
 Minuterie::Minuterie(int periode_ms, void (*geste)(void*), void* sujet) {
   rappel.sujet = sujet;
   rappel.geste = geste;
@@ -182,6 +195,8 @@ bool entree_est_un_terminal() { return false; }
 bool erreur_est_un_terminal() { return false; }
 
 std::uint64_t memoire_libre() { return std::numeric_limits<std::uint64_t>::max(); }
+
+void peupler(std::span<std::byte> /*octets*/) {}
 
 Minuterie::Minuterie(int /*periode_ms*/, void (* /*geste*/)(void*), void* /*sujet*/) {}
 Minuterie::~Minuterie() = default;

@@ -39,6 +39,21 @@ placer(const std::uint8_t* octets, std::uint32_t n) {
   return {m, mot};
 }
 
+#if defined(__GNUC__)
+[[gnu::always_inline]]
+#endif
+inline std::uint32_t
+compter_lignes(const std::uint8_t* octets, std::span<std::uint32_t> avant) {
+  constexpr std::size_t octets_par_ligne = 64;
+  std::uint32_t nombre = 0;
+  for (std::uint32_t& n : avant) {
+    n = nombre;
+    nombre += static_cast<std::uint32_t>(compter({octets, octets_par_ligne}));
+    octets += octets_par_ligne;
+  }
+  return nombre;
+}
+
 #if defined(__x86_64__)
 [[gnu::target("popcnt,bmi")]] PlaceDuBit placer_popcnt(const std::uint8_t* octets,
                                                        std::uint32_t n) {
@@ -46,6 +61,10 @@ placer(const std::uint8_t* octets, std::uint32_t n) {
 }
 [[gnu::target("popcnt")]] std::uint64_t compter_popcnt(std::span<const std::uint8_t> octets) {
   return compter(octets);
+}
+[[gnu::target("popcnt")]] std::uint32_t compter_lignes_popcnt(const std::uint8_t* octets,
+                                                              std::span<std::uint32_t> avant) {
+  return compter_lignes(octets, avant);
 }
 #endif
 
@@ -58,6 +77,13 @@ PlaceDuBit place_du_bit(const std::uint8_t* octets, std::uint32_t n) {
   }
 #endif
   return placer(octets, n);
+}
+
+std::uint32_t compter_par_ligne(const std::uint8_t* octets, std::span<std::uint32_t> avant) {
+#if defined(__x86_64__)
+  if (__builtin_cpu_supports("popcnt")) return compter_lignes_popcnt(octets, avant);
+#endif
+  return compter_lignes(octets, avant);
 }
 
 std::uint64_t compter_bits(std::span<const std::uint8_t> octets) {

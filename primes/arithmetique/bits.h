@@ -52,6 +52,10 @@ struct PlaceDuBit {
 };
 PlaceDuBit place_du_bit(const std::uint8_t* octets, std::uint32_t n);
 
+/// Counts line by line, 64 bytes each: `avant[l]` becomes the number of set bits before line l, as
+/// many lines as `avant` has places; gives the number in all.
+std::uint32_t compter_par_ligne(const std::uint8_t* octets, std::span<std::uint32_t> avant);
+
 /// Number of set bits. Costs about one cycle for 8 bytes where the processor counts bits itself.
 std::uint64_t compter_bits(std::span<const std::uint8_t> octets);
 

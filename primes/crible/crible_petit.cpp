@@ -25,7 +25,7 @@ using Listes = CriblePetit::Listes;
 using Cribleur = CriblePetit::Cribleur;
 using Indices = std::make_index_sequence<8>;
 
-/// Crosses off the period at `octets`, all of which is inside the segment.
+/// Crosses off the period at `octets`, all of which is inside the stretch.
 template <std::size_t R, std::size_t... C>
 inline void rayer_periode(std::uint8_t* octets, std::size_t k, std::index_sequence<C...>) {
   ((octets[k * residus[C] + Croix<R, C>::decalage] &= Croix<R, C>::masque), ...);
@@ -45,19 +45,19 @@ inline void rayer_coupee(std::uint8_t* octets, std::int64_t debut, std::uint64_t
   (rayer(debut + k * residus[C] + Croix<R, C>::decalage, Croix<R, C>::masque), ...);
 }
 
-/// The periods that start before the segment.
+/// The periods that start before the stretch, in its first part.
 template <std::size_t R>
-void entamer(std::vector<Cribleur>& liste, std::span<std::uint8_t> segment) {
-  const auto taille = static_cast<std::int64_t>(segment.size());
+void entamer(std::vector<Cribleur>& liste, std::span<std::uint8_t> octets) {
+  const auto taille = static_cast<std::int64_t>(octets.size());
   for (Cribleur& c : liste) {
     if (c.debut >= 0) continue;
-    rayer_coupee<R>(segment.data(), c.debut, segment.size(), c.k, Indices{});
+    rayer_coupee<R>(octets.data(), c.debut, octets.size(), c.k, Indices{});
     const std::int64_t p = 30 * std::int64_t{c.k} + residus[R];
     if (c.debut + p <= taille) c.debut += static_cast<std::int32_t>(p);
   }
 }
 
-/// The whole periods up to byte `fin` of the segment.
+/// The whole periods up to byte `fin` of the stretch.
 template <std::size_t R>
 void avancer(std::vector<Cribleur>& liste, std::uint8_t* octets, std::size_t fin) {
   for (Cribleur& c : liste) {
@@ -70,22 +70,34 @@ void avancer(std::vector<Cribleur>& liste, std::uint8_t* octets, std::size_t fin
   }
 }
 
-/// The periods that the end of the segment cuts through.
+/// The periods that the end of the stretch cuts through.
 template <std::size_t R>
-void finir(std::vector<Cribleur>& liste, std::span<std::uint8_t> segment) {
-  const auto taille = static_cast<std::int32_t>(segment.size());
+void finir(std::vector<Cribleur>& liste, std::span<std::uint8_t> octets) {
+  const auto taille = static_cast<std::int32_t>(octets.size());
   for (Cribleur& c : liste) {
     if (c.debut >= 0 && c.debut < taille) {
-      rayer_coupee<R>(segment.data(), c.debut, segment.size(), c.k, Indices{});
+      rayer_coupee<R>(octets.data(), c.debut, octets.size(), c.k, Indices{});
     }
     c.debut -= taille;
   }
 }
 
-/// Calls f.operator()<R>(listes[R]) for all eight residues.
-template <class F>
-void pour_chaque_residu(CriblePetit::Listes& listes, F&& f) {
-  [&]<std::size_t... R>(std::index_sequence<R...>) { (f.template operator()<R>(listes[R]), ...); }
+/// Bytes [debut, fin) of the stretch; the parts come in order, none shorter than a prime but where
+/// it is the last.
+template <std::size_t R>
+void rayer_partie(std::vector<Cribleur>& liste, std::span<std::uint8_t> octets, std::size_t debut,
+                  std::size_t fin) {
+  if (debut == 0) entamer<R>(liste, octets.first(fin));
+  avancer<R>(liste, octets.data(), fin);
+  if (fin == octets.size()) finir<R>(liste, octets);
+}
+
+/// The same for all residues.
+void rayer_partie(Listes& listes, std::span<std::uint8_t> octets, std::size_t debut,
+                  std::size_t fin) {
+  [&]<std::size_t... R>(std::index_sequence<R...>) {
+    (rayer_partie<R>(listes[R], octets, debut, fin), ...);
+  }
   (Indices{});
 }
 
@@ -95,32 +107,20 @@ void CriblePetit::ajouter(std::uint32_t p, std::uint64_t octet) {
   // Periods start at the bytes p j; the first of interest contains p * p or byte `octet`.
   const std::uint64_t j = std::max<std::uint64_t>(p / 30, octet / p);
   const auto debut = static_cast<std::int64_t>(p * j - octet);
-  Listes& listes = p <= dernier_par_bloc ? par_bloc : par_segment;
+  Listes& listes = p <= dernier_par_bloc ? par_bloc_ : par_segment_;
   listes[indice_suivant[p % 30]].push_back({p / 30, static_cast<std::int32_t>(debut)});
 }
 
-void CriblePetit::cribler(std::span<std::uint8_t> segment, std::uint64_t octet) {
-  const auto tout_entamer = [&](Listes& listes, std::size_t fin) {
-    pour_chaque_residu(listes,
-                       [&]<std::size_t R>(auto& liste) { entamer<R>(liste, segment.first(fin)); });
-  };
-  const auto tout_avancer = [&](Listes& listes, std::size_t fin) {
-    pour_chaque_residu(listes,
-                       [&]<std::size_t R>(auto& liste) { avancer<R>(liste, segment.data(), fin); });
-  };
-  const auto tout_finir = [&](Listes& listes) {
-    pour_chaque_residu(listes, [&]<std::size_t R>(auto& liste) { finir<R>(liste, segment); });
-  };
-  for (std::size_t debut = 0; debut < segment.size(); debut += taille_bloc) {
-    const std::size_t fin = std::min(debut + taille_bloc, segment.size());
-    precribler(segment.subspan(debut, fin - debut), octet + debut);
-    if (debut == 0) tout_entamer(par_bloc, fin);
-    tout_avancer(par_bloc, fin);
+void CriblePetit::cribler(std::span<std::uint8_t> octets, std::uint64_t octet) {
+  for (std::size_t segment = 0; segment < octets.size(); segment += taille_segment) {
+    const std::size_t fin_segment = std::min(segment + taille_segment, octets.size());
+    for (std::size_t bloc = segment; bloc < fin_segment; bloc += taille_bloc) {
+      const std::size_t fin = std::min(bloc + taille_bloc, fin_segment);
+      precribler(octets.subspan(bloc, fin - bloc), octet + bloc);
+      rayer_partie(par_bloc_, octets, bloc, fin);
+    }
+    rayer_partie(par_segment_, octets, segment, fin_segment);
   }
-  tout_finir(par_bloc);
-  tout_entamer(par_segment, segment.size());
-  tout_avancer(par_segment, segment.size());
-  tout_finir(par_segment);
 }
 
 }  // namespace premiers

@@ -334,6 +334,21 @@ TEST(Racine, exacte_autour_des_carres) {
   EXPECT_EQ(racine_carree(~std::uint64_t{0}), 4294967295u);
 }
 
+TEST(Bits, comptes_avant_chaque_ligne) {
+  std::vector<std::uint8_t> octets(64 * 37);
+  for (std::size_t i = 0; i < octets.size(); ++i) octets[i] = static_cast<std::uint8_t>(i * i / 7);
+  std::vector<std::uint32_t> avant(37);
+  std::uint32_t attendu = 0;
+  const std::uint32_t nombre = compter_par_ligne(octets.data(), avant);
+  for (std::size_t i = 0; i < octets.size(); ++i) {
+    if (i % 64 == 0) {
+      ASSERT_EQ(avant[i / 64], attendu) << "line " << i / 64;
+    }
+    for (unsigned bit = 0; bit < 8; ++bit) attendu += octets[i] >> bit & 1U;
+  }
+  EXPECT_EQ(nombre, attendu);
+}
+
 TEST(Bits, comptes_et_premiers_a_toutes_les_longueurs) {
   const auto octets = cribler(0, 100);
   for (std::size_t n = 0; n <= 100; ++n) {
