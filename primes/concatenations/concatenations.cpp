@@ -30,7 +30,7 @@ void parcourir(Commun& commun) {
   for (std::size_t n = debut.size(); n <= fin.size(); ++n) {
     const std::string de = n == debut.size() ? debut : le_plus_petit(n);
     const std::string a = n == fin.size() ? fin : std::string(n, '9');
-    // Some hundred kilobytes each: on the heap, where a lack of memory can be told.
+    // Up to some hundred kilobytes: on the heap, where a lack of memory can be told.
     if (n <= Petits::chiffres_max) {
       std::make_unique<Parcours<Petits>>(commun, de, a)->parcourir();
     } else {

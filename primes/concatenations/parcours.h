@@ -19,7 +19,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -142,7 +142,7 @@ struct Parcours {
   std::string chiffres_;
   std::vector<Noeud> noeuds_;  // noeuds_[m]: the first m digits
   /// For the cuts behind which so long pieces are met in so wide a range that sieving pays.
-  std::array<std::optional<DecadesGlissantes>, Taille::chiffres_max> glissantes_;
+  std::array<std::unique_ptr<DecadesGlissantes>, Taille::chiffres_max> glissantes_;
   LeReport report_;
 
   std::size_t n() const { return debut_.size(); }
@@ -158,7 +158,7 @@ struct Parcours {
           meme_tete ? fin_.substr(place, n() - 1 - place) : std::string(n() - 1 - place, '9');
       const std::uint64_t d = std::stoull(derniere);
       if (d >= commun_.decades.nombre() && vaut_une_fenetre(largeur, d)) {
-        glissantes_[place].emplace(d);
+        glissantes_[place] = std::make_unique<DecadesGlissantes>(d);
       }
     }
   }
@@ -209,7 +209,7 @@ struct Parcours {
   unsigned touches(std::uint64_t v, std::size_t place, std::size_t m, Chiffres voulus) {
     if (v < commun_.decades.nombre()) return commun_.decades[v];
     // Before the last digit the pieces are shorter, and ten times fewer.
-    if (auto& decades = glissantes_[place]; decades && m + 1 == n()) {
+    if (const auto& decades = glissantes_[place]; decades && m + 1 == n()) {
       return decades->demander(v, commun_.pendant_un_crible);
     }
     constexpr unsigned quatre_tests = 20;
