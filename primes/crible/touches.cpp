@@ -102,16 +102,22 @@ std::size_t touches_base(std::span<const std::uint8_t> octets, std::uint64_t pre
 
 }  // namespace
 
+std::size_t touches_portable(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+                             const Fenetre& fenetre, std::uint32_t* sortie) {
+  return touches_base(octets, premier_octet, bornes(fenetre, 30 * premier_octet), sortie);
+}
+
 std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
                     const Fenetre& fenetre, std::uint32_t* sortie) {
-  const Bornes w = bornes(fenetre, 30 * premier_octet);
 #if defined(__x86_64__)
   static const bool avx512 =
       __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
       __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi2");
-  if (avx512) return touches_avx512(octets, premier_octet, w, sortie);
+  if (avx512) {
+    return touches_avx512(octets, premier_octet, bornes(fenetre, 30 * premier_octet), sortie);
+  }
 #endif
-  return touches_base(octets, premier_octet, w, sortie);
+  return touches_portable(octets, premier_octet, fenetre, sortie);
 }
 
 }  // namespace premiers

@@ -26,4 +26,8 @@ struct Fenetre {
 std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
                     const Fenetre& fenetre, std::uint32_t* sortie);
 
+/// The same in plain C++, which is what processors without AVX-512 get.
+std::size_t touches_portable(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+                             const Fenetre& fenetre, std::uint32_t* sortie);
+
 }  // namespace premiers
