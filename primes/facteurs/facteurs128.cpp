@@ -60,7 +60,6 @@ const Bornes& choisir(const std::array<Bornes, taille>& table, int bits) {
                        [bits](const Bornes& b) { return bits <= b.bits; });
 }
 
-/// The parameters of Suyama's curves, from the curve of index i on. All from 6 on are good.
 /// Calls essayer(n, sigma, bornes) for `voies` curves after the other. The first ones get the
 /// bounds of a smaller n, because most n that are met have one factor that is small.
 template <std::size_t voies, std::size_t taille, class Essayer>
@@ -68,7 +67,7 @@ std::optional<Entier128> parcourir(Entier128 n, unsigned courbes,
                                    const std::array<Bornes, taille>& table, Essayer essayer) {
   const Bornes& bornes = choisir(table, bits(n));
   const Bornes& premieres = choisir(table, bits(n) * 4 / 5);
-  constexpr std::uint32_t sigma_minimal = 6;  // all from 6 on give good curves
+  constexpr std::uint32_t sigma_minimal = 6;  // Suyama's curves are good from there on
   for (unsigned i = 0; i < courbes; i += voies) {
     std::array<std::uint32_t, voies> sigma;
     for (unsigned j = 0; j < voies; ++j) sigma[j] = sigma_minimal + i + j;

@@ -39,20 +39,33 @@ NTL::ZZ essayer_une(const NTL::ZZ& n, unsigned courbe, const EffortEcm& effort) 
   return essayer_une<6>(n, courbe, effort);
 }
 
+/// Calls essayer(i) for the curves from the i-th on, every eighth.
+template <class Essayer>
+std::optional<NTL::ZZ> parcourir(const NTL::ZZ& n, const EffortEcm& effort, const Suivi& suivi,
+                                 Essayer essayer) {
+  if (NTL::NumBits(n) > bits_facteur_long) return std::nullopt;
+  for (unsigned i = 0; i < effort.courbes; i += 8) {
+    if (suivi) suivi(0);
+    const NTL::ZZ f = essayer(i);
+    if (f != 1) return f;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
                                         unsigned premiere, const Suivi& suivi) {
-  if (NTL::NumBits(n) > bits_facteur_long) return std::nullopt;
-  const bool huit = ecm::avx512_disponible();
-  for (unsigned i = 0; i < effort.courbes; i += 8) {
-    if (suivi) suivi(0);
-    const NTL::ZZ f = huit
-                          ? ecm::essayer_huit_long(n, sigmas<8>(premiere + i), effort.b1, effort.b2)
-                          : essayer_une(n, premiere + i, effort);
-    if (f != 1) return f;
-  }
-  return std::nullopt;
+  if (!ecm::avx512_disponible()) return facteur_ecm_long_portable(n, effort, premiere, suivi);
+  return parcourir(n, effort, suivi, [&](unsigned i) {
+    return ecm::essayer_huit_long(n, sigmas<8>(premiere + i), effort.b1, effort.b2);
+  });
+}
+
+std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortEcm& effort,
+                                                 unsigned premiere, const Suivi& suivi) {
+  return parcourir(n, effort, suivi,
+                   [&](unsigned i) { return essayer_une(n, premiere + i, effort); });
 }
 
 }  // namespace premiers

@@ -28,4 +28,8 @@ struct EffortEcm {
 std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
                                         unsigned premiere = 0, const Suivi& suivi = {});
 
+/// The same without vector instructions: what `facteur_ecm_long` is on processors that lack them.
+std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortEcm& effort,
+                                                 unsigned premiere = 0, const Suivi& suivi = {});
+
 }  // namespace premiers

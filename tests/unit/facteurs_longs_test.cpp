@@ -58,20 +58,30 @@ TEST(MontgomeryLong, AgreesWithLongArithmeticUpToItsLimits) {
   comparer_l_arithmetique<6>();
 }
 
-TEST(FacteursLongs, FindsShortFactorsAtEveryLength) {
+using Methode = decltype(&facteur_ecm_long);
+
+/// What this processor gets, and what those without AVX-512 get.
+struct FacteursLongs : testing::TestWithParam<Methode> {};
+INSTANTIATE_TEST_SUITE_P(, FacteursLongs,
+                         testing::Values(&facteur_ecm_long, &facteur_ecm_long_portable),
+                         [](const auto& methode) {
+                           return methode.index == 0 ? "here" : "portable";
+                         });
+
+TEST_P(FacteursLongs, FindsShortFactorsAtEveryLength) {
   NTL::SetSeed(ZZ{5});
   for (long bits = 70; bits <= bits_facteur_long; bits += 6) {
     const ZZ p = NTL::GenPrime_ZZ(28);
     const ZZ q = NTL::GenPrime_ZZ(bits - 28);
-    const auto f = facteur_ecm_long(p * q, {256, 300, 15000});
+    const auto f = GetParam()(p * q, {256, 300, 15000}, 0, {});
     ASSERT_TRUE(f.has_value()) << p << " * " << q;
     EXPECT_TRUE(*f == p || *f == q) << *f;
   }
 }
 
-TEST(FacteursLongs, FindsNothingInPrimesNorBeyondItsLimit) {
-  EXPECT_FALSE(facteur_ecm_long(power2_ZZ(127) - 1, {16, 200, 8000}).has_value());
-  EXPECT_FALSE(facteur_ecm_long(2027 * power2_ZZ(400) + 2027, {16, 200, 8000}).has_value());
+TEST_P(FacteursLongs, FindsNothingInPrimesNorBeyondItsLimit) {
+  EXPECT_FALSE(GetParam()(power2_ZZ(127) - 1, {16, 200, 8000}, 0, {}).has_value());
+  EXPECT_FALSE(GetParam()(2027 * power2_ZZ(400) + 2027, {16, 200, 8000}, 0, {}).has_value());
 }
 
 /// One curve in the scalar ring: what the eight lanes are compared with.
@@ -81,7 +91,7 @@ ZZ essayer_une(const ZZ& n, std::uint32_t sigma) {
   return en_zz(ecm::essayer(a, &sigma, ecm::paires_longues, 100, 5000));
 }
 
-TEST(FacteursLongs, BothArithmeticsFindTheSameOnEveryCurve) {
+TEST(CourbesLongues, BothArithmeticsFindTheSameOnEveryCurve) {
   if (!ecm::avx512_disponible()) GTEST_SKIP() << "no AVX-512 IFMA here";
   NTL::SetSeed(ZZ{6});
   int trouves = 0;
