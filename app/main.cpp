@@ -9,15 +9,28 @@
 
 namespace {
 
+using namespace premiers;
+
 constexpr int statut_panne = 2;
+
+/// Whatever ends it, the answers that were finished are written.
+int tenir(Session& session) {
+  try {
+    return menu(session);
+  } catch (const SortiePerdue&) {
+    throw;
+  } catch (...) {
+    session.sortie.vider();
+    throw;
+  }
+}
 
 }  // namespace
 
 int main() {
-  using namespace premiers;
   try {
     Session session{Entree(entree_standard()), Sortie(sortie_standard()), monde_standard()};
-    return menu(session);
+    return tenir(session);
   } catch (const std::bad_alloc&) {
     dire_erreur("memoire insuffisante");
   } catch (const std::exception& panne) {

@@ -16,7 +16,6 @@
 #include <csignal>
 #include <fstream>
 #include <optional>
-#include <string>
 #else
 #include <cstdio>
 #endif
@@ -58,7 +57,7 @@ std::uint64_t difference_ou_zero(std::uint64_t a, std::uint64_t b) { return a > 
 
 /// The number that follows `nom` in a file of the system (its first number if `nom` is empty);
 /// nothing where there is no such file or number ("max", for one).
-std::optional<std::uint64_t> lire_nombre(const char* fichier, std::string_view nom = {}) {
+std::optional<std::uint64_t> lire_nombre(const std::string& fichier, std::string_view nom = {}) {
   std::ifstream flux(fichier);
   for (std::string mot; !nom.empty() && flux >> mot;) {
     if (mot == nom) break;
@@ -76,19 +75,16 @@ std::uint64_t memoire_de_la_machine() {
   return static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(taille);
 }
 
-/// Both versions of the control groups, as a process sees its own from within.
-std::uint64_t memoire_du_groupe() {
-  constexpr const char* fichiers[][2] = {
-      {"/sys/fs/cgroup/memory.max", "/sys/fs/cgroup/memory.current"},
-      {"/sys/fs/cgroup/memory/memory.limit_in_bytes",
-       "/sys/fs/cgroup/memory/memory.usage_in_bytes"},
+/// What a control group leaves; cached files count as free, the system gives them up first.
+std::uint64_t reste_du_groupe(const std::string& dossier, bool version_2) {
+  const auto lire = [&](const char* nom, std::string_view champ = {}) {
+    return lire_nombre(dossier + nom, champ);
   };
-  for (const auto& [limite, usage] : fichiers) {
-    const auto permis = lire_nombre(limite);
-    const auto pris = lire_nombre(usage);
-    if (permis && pris) return difference_ou_zero(*permis, *pris);
-  }
-  return sans_limite;
+  const auto permis = lire(version_2 ? "/memory.max" : "/memory.limit_in_bytes");
+  const auto pris = lire(version_2 ? "/memory.current" : "/memory.usage_in_bytes");
+  if (!permis || !pris) return sans_limite;
+  const auto cache = lire("/memory.stat", version_2 ? "inactive_file" : "total_inactive_file");
+  return difference_ou_zero(*permis, difference_ou_zero(*pris, cache.value_or(0)));
 }
 
 std::uint64_t espace_d_adressage() {
@@ -134,14 +130,39 @@ bool entree_prete() { return attendre(STDIN_FILENO, POLLIN, 0); }
 
 bool ecrire_sortie(std::string_view octets) { return ecrire(STDOUT_FILENO, octets); }
 
-void ecrire_erreur(std::string_view octets) { ecrire(STDERR_FILENO, octets); }
+void ecrire_erreur(std::string_view octets) {
+  struct sigaction sans_effet {};
+  struct sigaction avant {};
+  sans_effet.sa_handler = SIG_IGN;
+  sigaction(SIGPIPE, &sans_effet, &avant);  // nobody reads: no reason to end
+  ecrire(STDERR_FILENO, octets);
+  sigaction(SIGPIPE, &avant, nullptr);
+}
 
 bool entree_est_un_terminal() { return isatty(STDIN_FILENO) == 1; }
 
 bool erreur_est_un_terminal() { return isatty(STDERR_FILENO) == 1; }
 
+std::uint64_t memoire_des_groupes(const std::string& racine) {
+  std::uint64_t libre = sans_limite;
+  std::ifstream flux(racine + "/proc/self/cgroup");  // lines like "0::/a/b" or "9:memory:/a/b"
+  for (std::string ligne; std::getline(flux, ligne);) {
+    const std::size_t premier = ligne.find(':');
+    const std::size_t second = ligne.find(':', premier + 1);
+    if (second == std::string::npos) continue;
+    const std::string nom = ligne.substr(premier + 1, second - premier - 1);
+    if (!nom.empty() && nom != "memory") continue;
+    const std::string base = racine + "/sys/fs/cgroup" + (nom.empty() ? "" : "/memory");
+    for (std::string groupe = ligne.substr(second + 1);; groupe.resize(groupe.rfind('/'))) {
+      libre = std::min(libre, reste_du_groupe(base + groupe, nom.empty()));
+      if (groupe.find('/') == std::string::npos) break;
+    }
+  }
+  return libre;
+}
+
 std::uint64_t memoire_libre() {
-  return std::min({memoire_de_la_machine(), memoire_du_groupe(), espace_d_adressage()});
+  return std::min({memoire_de_la_machine(), memoire_des_groupes(), espace_d_adressage()});
 }
 
 void peupler([[maybe_unused]] std::span<std::byte> octets) {
@@ -194,7 +215,11 @@ bool entree_est_un_terminal() { return false; }
 
 bool erreur_est_un_terminal() { return false; }
 
-std::uint64_t memoire_libre() { return std::numeric_limits<std::uint64_t>::max(); }
+std::uint64_t memoire_des_groupes(const std::string& /*racine*/) {
+  return std::numeric_limits<std::uint64_t>::max();
+}
+
+std::uint64_t memoire_libre() { return memoire_des_groupes(); }
 
 void peupler(std::span<std::byte> /*octets*/) {}
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace premiers::systeme {
@@ -29,8 +30,12 @@ bool entree_est_un_terminal();
 bool erreur_est_un_terminal();
 
 /// How many more bytes the process can be given: the least of what the machine has available, what
-/// its control group leaves, and what its limit of address space leaves. Asked anew at each call.
+/// its control groups leave, and what its limit of address space leaves. Asked anew at each call.
 std::uint64_t memoire_libre();
+
+/// What the control group of the process and those above it leave, of either version; 2^64 - 1 where
+/// none sets a limit. `racine` is the folder that holds /proc and /sys: a test has its own.
+std::uint64_t memoire_des_groupes(const std::string& racine = {});
 
 /// Says that all of these bytes are about to be written: the system gives their pages in one go, at
 /// two thirds of the price of handing out one at each first touch. The bytes stay as they are; no

@@ -211,7 +211,7 @@ void rayer_residu(SegmentCompte& s, Multiple& multiple) {
 
 }  // namespace
 
-Motif::Motif(std::span<const std::uint32_t> facteurs) : periode(1) {
+Motif::Motif(std::span<const std::uint32_t> facteurs) {
   for (const std::uint32_t p : facteurs) periode *= p;
   mots.assign(periode + mots_par_bloc, ~std::uint64_t{0});
   for (const std::uint32_t p : facteurs) effacer_multiples(mots, p);

@@ -20,7 +20,7 @@ struct Motif {
   /// Primes > 5; their product, at least 8, is the period.
   explicit Motif(std::span<const std::uint32_t> facteurs);
 
-  std::uint32_t periode;
+  std::uint32_t periode = 1;
   std::vector<std::uint64_t> mots;
 };
 
