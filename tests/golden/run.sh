@@ -38,8 +38,9 @@ if ! cmp -s -- "$attendu" "$obtenu"; then
   diff -u --label "$attendu" --label "$obtenu" \
     <(cat -A -- "$attendu") <(cat -A -- "$obtenu") | sed -n 1,100p || true
 fi
-if [[ $juste == non && -s $erreurs ]]; then
-  echo "on standard error:"
+if [[ -s $erreurs ]]; then
+  juste=non
+  echo "on standard error, which should be empty:"
   sed -n 1,50p -- "$erreurs"
 fi
 [[ $juste == oui ]]
