@@ -29,5 +29,3 @@ BENCHMARK_CAPTURE(compter, dix_7_a_deux_63, 9'223'372'036'844'775'807, 9'223'372
 
 }  // namespace
 }  // namespace premiers
-
-BENCHMARK_MAIN();

@@ -36,5 +36,3 @@ BENCHMARK(facteur)->Unit(benchmark::kMillisecond)->Arg(24)->Arg(30)->Arg(36)->Ar
 BENCHMARK(facteur)->Unit(benchmark::kMillisecond)->Arg(60)->Iterations(4);
 
 }  // namespace
-
-BENCHMARK_MAIN();

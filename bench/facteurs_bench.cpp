@@ -104,5 +104,3 @@ BENCHMARK(BM_EstPremierSurImpairs)->Arg(32)->Arg(64)->Arg(80)->Arg(128)->Arg(330
 
 }  // namespace
 }  // namespace premiers
-
-BENCHMARK_MAIN();

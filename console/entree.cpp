@@ -2,7 +2,6 @@
 #include "console/entree.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>

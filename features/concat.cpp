@@ -59,6 +59,13 @@ constexpr std::string_view entre_crochet[] = {
     " \n \t Un nombre premier etant comptabilise comme une concanetation de lui meme. \n \n  ",
 };
 
+/// The kept numbers follow one another on the same line: "N[ways]  ".
+constexpr std::string_view ouvre = "[";
+constexpr std::string_view ferme = "]  ";
+
+// The work that lasts, in the line that tells of it.
+constexpr std::string_view travail = "concatenations";
+
 }  // namespace texte
 
 /// The choice of the menu that wants prime N only.
@@ -83,15 +90,11 @@ void demander_bornes(Session& s, Recherche& recherche) {
   } while (recherche.debut > recherche.fin);
 }
 
-/// The kept numbers follow one another on the same line: "N[ways]  ".
-constexpr std::string_view ouvre = "[";
-constexpr std::string_view ferme = "]  ";
-
 void ecrire_grands(Sortie& sortie, std::string_view tete, std::span<const NTL::ZZ, 10> effectifs) {
   char chiffre = '0';
   for (const NTL::ZZ& effectif : effectifs) {
     if (effectif != 0) {
-      sortie << tete << std::string_view(&chiffre, 1) << ouvre << effectif << ferme;
+      sortie << tete << std::string_view(&chiffre, 1) << texte::ouvre << effectif << texte::ferme;
     }
     ++chiffre;
   }
@@ -101,7 +104,7 @@ void ecrire_grands(Sortie& sortie, std::string_view tete, std::span<const NTL::Z
 void ecrire_petits(Sortie& sortie, std::string_view tete,
                    std::span<const std::uint64_t, 10> effectifs) {
   constexpr std::size_t longueur_max = 20;  // of a 64-bit number
-  constexpr std::size_t un_nombre = 2 * longueur_max + ouvre.size() + ferme.size();
+  constexpr std::size_t un_nombre = 2 * longueur_max + texte::ouvre.size() + texte::ferme.size();
   static_assert(10 * un_nombre <= Sortie::place_max);
   char* place = sortie.reserver(10 * un_nombre);
   char chiffre = '0';
@@ -109,9 +112,9 @@ void ecrire_petits(Sortie& sortie, std::string_view tete,
     if (effectif != 0) {
       place = std::copy(tete.begin(), tete.end(), place);
       *place++ = chiffre;
-      place = std::copy(ouvre.begin(), ouvre.end(), place);
+      place = std::copy(texte::ouvre.begin(), texte::ouvre.end(), place);
       place = std::to_chars(place, place + longueur_max, effectif).ptr;
-      place = std::copy(ferme.begin(), ferme.end(), place);
+      place = std::copy(texte::ferme.begin(), texte::ferme.end(), place);
     }
     ++chiffre;
   }
@@ -128,7 +131,7 @@ Gardes ecrire_liste(Sortie& sortie) {
 void concatN(Session& s) {
   do {
     const NTL::ZZ N = demander_grand_nombre(s, texte::quel_N);
-    const Decoupe decoupe = decouper(N, suivre(s, "concatenations"));
+    const Decoupe decoupe = decouper(N, suivre(s, texte::travail));
     noter_morceaux(s.etat.dette, decoupe);
     s.sortie << texte::pour << N << texte::deux_points;
     ecrire_chemins(s, decoupe);
@@ -146,7 +149,7 @@ void Nconcat(Session& s) {
   }
   const std::uint64_t w2 =
       chercher_concatenations(recherche, liste ? ecrire_liste(s.sortie) : Gardes{}, s.etat.dette,
-                              suivre(s, "concatenations"));
+                              suivre(s, texte::travail));
   s.sortie << texte::il_y_a << static_cast<std::int64_t>(w2) << texte::nombres
            << (recherche.premiers_seuls ? texte::premiers_de_ce_type : texte::de_ce_type);
   if (liste) dessiner(s.sortie, texte::entre_crochet);

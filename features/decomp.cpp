@@ -23,6 +23,8 @@ constexpr std::string_view est_premier = "  est un nombre premier. ";
 constexpr std::string_view egale = " =  ";
 constexpr std::string_view fois = " X ";
 constexpr std::string_view autre_N = "\n \n \t Nouvelle valeur de N ? Oui [1] , Non [0] : ";
+// The work that lasts, in the line that tells of it.
+constexpr std::string_view travail = "decomposition";
 }  // namespace texte
 
 /// N is prime, or the product of its prime powers; the empty product for 1.
@@ -47,7 +49,7 @@ void decomp(Session& s) {
   s.sortie << texte::titre;
   do {
     const NTL::ZZ N = demander_grand_nombre(s, texte::quel_N);
-    const Facteurs facteurs = decomposer(N, suivre(s, "decomposition"));
+    const Facteurs facteurs = decomposer(N, suivre(s, texte::travail));
     noter_decomposition(s.etat.dette, facteurs);
     imprimer(s.sortie, N, facteurs);
   } while (demander_choix(s, Cas::oui_non, texte::autre_N) == 1);

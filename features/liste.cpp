@@ -22,11 +22,14 @@ constexpr std::string_view effectif_seulement =
 constexpr std::string_view entete = " \n \n \t  Entre ces limites, les nombres premiers sont : ";
 constexpr std::string_view il_y_a = " \n \n \t  Il y a  ";
 constexpr std::string_view nombres = "  nombres premiers entre ces limites. \n \n \n ";
+// The work that lasts, in the line that tells of it.
+constexpr std::string_view une_liste = "liste";
+constexpr std::string_view un_compte = "compte";
 }  // namespace texte
 
 /// Prints the primes as they are found; gives how many there are.
 std::int64_t lister(Session& s, Intervalle bornes) {
-  const Suivi suivi = suivre(s, "liste");
+  const Suivi suivi = suivre(s, texte::une_liste);
   LotsDePremiers lots(bornes);
   std::int64_t effectif = 0;
   for (auto lot = lots.suivant(suivi); !lot.empty(); lot = lots.suivant(suivi)) {
@@ -51,7 +54,7 @@ void liste(Session& s) {
 
   std::int64_t effectif = 0;
   if (effectif_seulement) {
-    effectif = compter_premiers(bornes, suivre(s, "compte"));
+    effectif = compter_premiers(bornes, suivre(s, texte::un_compte));
   } else {
     s.sortie << texte::entete;
     effectif = lister(s, bornes);

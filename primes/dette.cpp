@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "primes/dette.h"
 
-#include <algorithm>
-
 #include "primes/arithmetique/zz.h"
 
 namespace premiers {
@@ -17,7 +15,6 @@ void noter_grande(Dette& dette, const NTL::ZZ& borne) {
 }  // namespace
 
 void payer(const Dette& dette, Table& table, const Suivi& suivi) {
-  if (static_cast<std::uint64_t>(table.dernier()) > dette.borne_due) return;
   table.etendre_au_dela(static_cast<std::int64_t>(dette.borne_due), suivi);
 }
 

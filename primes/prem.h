@@ -24,7 +24,7 @@ bool prem1(std::int64_t S3, Dette& dette);
 
 /// The note of `prem` without its answer: free where S is too small to raise the bound, so a caller
 /// with many numbers begins with the largest.
-/// From `borne_exacte` on a prime leaves no note, and a composite leaves one only if its smallest
+/// From 2^`bits_borne_exacte` on a prime leaves no note, and a composite leaves one only if its smallest
 /// factor is at most `plus_grand_diviseur`: finding a larger one would cost more than it tells.
 void noter_division(Dette& dette, const NTL::ZZ& S);
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "primes/arithmetique/bits.h"
 #include "systeme/systeme.h"
@@ -30,9 +29,6 @@ constexpr std::uint64_t plus_grand_bloc = std::uint64_t{1} << 20;
 
 /// A mark for so many ranks: some forty lines, about two bytes for every thousand of the table.
 constexpr std::int64_t pas_repere = 1 << 12;
-
-constexpr std::uint64_t octet_max =
-    static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) / 30 + 1;
 
 /// The bits of a word that stand for integers <= v, v counted from the first integer of the word.
 std::uint64_t masque_jusqu_a(std::uint64_t v) {
@@ -61,11 +57,11 @@ std::uint64_t Table::octets_cribles() const {
   return blocs_.empty() ? 0 : blocs_.back().octet + blocs_.back().taille();
 }
 
-/// Fills the directory of a sieved block, and sets the marks that fall into it.
+/// Fills the directory of the last block, which is sieved, and sets the marks that fall into it.
 void Table::compter_les_lignes(Bloc& bloc) {
   const std::span avant{bloc.avant.get(), bloc.lignes};
   bloc.premiers = compter_par_ligne(bloc.octets(), avant);
-  const auto numero = static_cast<std::uint32_t>(blocs_.size());
+  const auto numero = static_cast<std::uint32_t>(blocs_.size() - 1);
   for (;;) {
     const std::int64_t n = static_cast<std::int64_t>(reperes_.size()) * pas_repere - bloc.rang;
     if (n > bloc.premiers) return;
@@ -77,30 +73,26 @@ void Table::compter_les_lignes(Bloc& bloc) {
 /// Sieves the next block, up to byte `voulu` if it can be.
 void Table::cribler_un_bloc(std::uint64_t voulu) {
   const std::uint64_t octet = octets_cribles();
-  if (!crible_) crible_.emplace(octet, octet_max);
+  if (!crible_) crible_.emplace(octet, Crible::octet_max);
   const std::uint64_t souhait = std::max(octet / part_d_avance, std::max(voulu, octet) - octet);
   const std::size_t lignes =
       std::clamp(souhait, plus_petit_bloc, plus_grand_bloc) / octets_par_ligne;
-  Bloc bloc{octet,
-            lignes,
-            rangs_cribles_,
-            0,
-            std::make_unique_for_overwrite<Ligne[]>(lignes),
-            std::make_unique_for_overwrite<std::uint32_t[]>(lignes)};
   const std::size_t reperes = reperes_.size();
-  blocs_.reserve(blocs_.size() + 1);
+  Bloc& bloc = blocs_.emplace_back(Bloc{octet, lignes, rangs_cribles_, 0, nullptr, nullptr});
   try {
+    bloc.bits = std::make_unique_for_overwrite<Ligne[]>(lignes);
+    bloc.avant = std::make_unique_for_overwrite<std::uint32_t[]>(lignes);
     systeme::peupler(std::as_writable_bytes(std::span{bloc.bits.get(), lignes}));
     systeme::peupler(std::as_writable_bytes(std::span{bloc.avant.get(), lignes}));
     crible_->remplir({bloc.octets(), bloc.taille()});
     compter_les_lignes(bloc);
   } catch (...) {
     reperes_.resize(reperes);
+    blocs_.pop_back();
     crible_.reset();  // it is ahead of the table now; the next block begins anew
     throw;
   }
   rangs_cribles_ += bloc.premiers;
-  blocs_.push_back(std::move(bloc));
 }
 
 /// The number of primes <= v, v below what is sieved.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Counting flags. The counting instruction of x86 is not part of its base set, so a copy of the
-// loop is compiled for it and taken when the processor has it (about eight times faster).
+// Counting flags. The counting instruction of x86 is not part of its base set, so copies of the
+// loops are compiled for it and taken when the processor has it (about eight times faster).
 #include "primes/arithmetique/bits.h"
 
 namespace premiers {

@@ -8,6 +8,8 @@
 
 namespace premiers {
 
+static_assert(sizeof(NTL::ZZ_limb_t) == sizeof(mp_limb_t), "NTL is built on GMP");
+
 /// |n| for GMP's functions, to read only, as long as n lives unchanged.
 struct VueGmp {
   mpz_t z;

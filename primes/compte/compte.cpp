@@ -9,10 +9,10 @@
 // Miller, Odlyzko method" (1996); the second bound z and the halved sums are X. Gourdon's (2001).
 //
 //   part                   file                 work                share of the time at 10^14
-//   ordinary leaves        compte_phi           O(z)                 1 %
-//   easy special leaves    compte_faciles       pairs of primes     30 %
-//   hard special leaves    compte_difficiles    sieve to x / z      53 %
-//   P2                     compte_p2            sieve to x / y      16 %
+//   ordinary leaves        phi                  O(z)                 1 %
+//   easy special leaves    faciles              pairs of primes     30 %
+//   hard special leaves    difficiles           sieve to x / z      53 %
+//   P2                     p2                   sieve to x / y      16 %
 //
 // All sums are taken modulo 2^64; they are large and cancel, and the result is below 2^64.
 #include "primes/compte/compte.h"

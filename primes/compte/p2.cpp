@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <span>
 #include <vector>
 
 #include "primes/arithmetique/bits.h"

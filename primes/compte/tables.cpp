@@ -2,7 +2,6 @@
 #include "primes/compte/tables.h"
 
 #include <algorithm>
-#include <span>
 
 #include "primes/arithmetique/bits.h"
 

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "primes/concatenations/decoupe.h"
 
-#include <algorithm>
-#include <locale>
-
 #include "primes/arithmetique/zz.h"
 #include "primes/primalite/primalite.h"
 

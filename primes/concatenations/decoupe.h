@@ -10,7 +10,6 @@
 #include <NTL/ZZ.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -31,15 +31,16 @@ struct DetteMorceaux {
   /// The digits after the first `communs` are no longer those of the number before.
   void changer(std::size_t communs);
 
+  /// Notes the pieces of a number that are not noted yet.
   void noter(std::string_view chiffres, Morceaux morceaux);
 
  private:
   void noter_longueur(std::string_view chiffres, std::size_t longueur, Morceaux morceaux);
 
   Dette& dette_;
-  std::size_t debuts_notes_ =
-      0;                        // the pieces among so many leading digits are noted: the first ones
-  std::size_t tous_notes_ = 0;  // all
+  // Among so many leading digits the first pieces are noted, and all pieces.
+  std::size_t debuts_notes_ = 0;
+  std::size_t tous_notes_ = 0;
 };
 
 /// The note of one number that has been cut.

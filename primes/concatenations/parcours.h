@@ -13,7 +13,6 @@
 // of the range.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>

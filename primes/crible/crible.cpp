@@ -15,7 +15,9 @@ namespace premiers {
 
 namespace {
 
-constexpr std::uint64_t taille_segment = CriblePetit::taille_segment;
+// Bytes of a segment: should fit into the L2 cache beside the state of the medium primes. Sensible
+// are 2^17 to 2^19; found by measurement on 1 MB of L2, where 2^18 costs 20 % at 10^12.
+constexpr std::uint64_t taille_segment = std::uint64_t{1} << 19;
 
 // Small primes end here. 2^15 to 2^17 differ by less than 5 %.
 constexpr std::uint64_t dernier_petit = std::uint64_t{1} << 16;

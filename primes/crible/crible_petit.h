@@ -21,10 +21,6 @@ namespace premiers {
 
 /// The small sieving primes, one list for each residue of p mod 30.
 struct CriblePetit {
-  /// Bytes of a segment: should fit into the L2 cache beside the state of the medium primes.
-  /// Sensible are 2^17 to 2^19; found by measurement on 1 MB of L2, where 2^18 costs 20 % at 10^12.
-  static constexpr std::size_t taille_segment = std::size_t{1} << 19;
-
   struct Cribleur {
     std::uint32_t k;     // p = 30 k + residue
     std::int32_t debut;  // start of the current period, in bytes from the start of the stretch

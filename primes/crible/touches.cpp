@@ -77,7 +77,7 @@ std::size_t touches_base(std::span<const std::uint8_t> octets, std::uint64_t pre
     const std::uint8_t* suite = d.data();
     // Three eights are the rule: doing them always spares the processor a guess.
     for (int fait = 0; fait < 24 || fait < n_bits; fait += 8, suite += 8) {
-      const auto huit = reinterpret_cast<const __m128i*>(suite);
+      const auto* huit = reinterpret_cast<const __m128i*>(suite);
       const __m256i d8 = _mm256_cvtepu8_epi32(_mm_loadl_epi64(huit));
       const __m512d x = _mm512_mul_pd(_mm512_maskz_cvtepi32_pd(0xFF, d8), inverses);
       __m512d y = _mm512_sub_pd(un, x);

@@ -10,9 +10,7 @@
 
 namespace premiers::ecm {
 
-inline constexpr long bits_huit_long = 412;
-
-/// Tries the eight curves `sigma` on the odd n, 2^64 < n < 2^bits_huit_long, with the bounds b1 and
+/// Tries the eight curves `sigma` on the odd n, 2^64 < n < 2^412, with the bounds b1 and
 /// b2 of primes/facteurs/ecm.h. A proper factor of n, or 1. Only to be called where `avx512_disponible()`.
 NTL::ZZ essayer_huit_long(const NTL::ZZ& n, const std::array<std::uint32_t, 8>& sigma,
                           std::size_t b1, std::size_t b2);

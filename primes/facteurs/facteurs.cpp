@@ -36,8 +36,7 @@
 namespace premiers {
 namespace {
 
-// ---- Limits, found by timing both methods on products of two primes of equal size
-// ----------------
+// ---- Limits, found by timing both methods on products of two equal primes ----------------------
 
 /// Up to here ECM alone beats the sieve. At 104 bits its arithmetic takes one limb more.
 constexpr long bits_ecm_seule = 103;

@@ -12,6 +12,7 @@
 
 namespace premiers {
 
+/// The longest n that is tried.
 inline constexpr long bits_facteur_long = 380;
 
 /// How much ECM: so many curves with these bounds.

@@ -10,7 +10,6 @@
 #include <NTL/ZZ.h>
 
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace premiers {

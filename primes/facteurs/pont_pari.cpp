@@ -18,7 +18,6 @@
 #include <NTL/ZZ_limbs.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <new>

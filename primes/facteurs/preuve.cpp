@@ -37,9 +37,9 @@ namespace premiers {
 namespace {
 
 constexpr long bits_prouves = 81;  // 2^81 < 3.3 10^24, below which est_premier proves
-constexpr long bits_ecm =
-    200;                    // longer n are not worth ECM: too much of n - 1 would have to be found
-constexpr int essais = 50;  // bases, or sequences: one in two or better fits
+constexpr int essais = 50;         // bases, or sequences: one in two or better fits
+// Longer n are not worth ECM: too much of n - 1 would have to be found.
+constexpr long bits_ecm = 200;
 
 // ---- What is known of n - 1 or n + 1 -----------------------------------------------------------
 

@@ -19,13 +19,13 @@
 // another base of Miller-Rabin.
 #include "primes/primalite/primalite.h"
 
-#include <NTL/ZZ_limbs.h>
 #include <gmp.h>
 
 #include <array>
 #include <bit>
 #include <cstddef>
 
+#include "primes/arithmetique/gmp_zz.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/zz.h"
 #include "primes/primalite/montgomery.h"
@@ -184,11 +184,8 @@ bool est_premier(Entier128 n) {
 bool est_premier(const NTL::ZZ& n) {
   if (NTL::sign(n) <= 0) return false;
   if (NTL::NumBits(n) <= 128) return est_premier(en_entier128(n));
-  static_assert(sizeof(NTL::ZZ_limb_t) == sizeof(mp_limb_t), "NTL is built on GMP");
-  mpz_t vue;  // a view of the limbs of n; nothing to free
-  mpz_roinit_n(vue, NTL::ZZ_limbs_get(n), n.size());
   constexpr int bpsw = 24;
-  return mpz_probab_prime_p(vue, bpsw) != 0;
+  return mpz_probab_prime_p(VueGmp(n).z, bpsw) != 0;
 }
 
 }  // namespace premiers

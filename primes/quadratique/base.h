@@ -5,7 +5,7 @@
 // root of kn mod p can divide such values; k is chosen to bring many small ones among them
 // (D. Knuth and R. Schroeppel, in The Art of Computer Programming, volume 2, 4.5.4). Only k with
 // kn = 1 mod 8 are taken: then 2 divides most, and the polynomials can be made for odd numbers
-// 2ax + b alone, whose values are half as large (see _polynome).
+// 2ax + b alone, whose values are half as large (see polynome.h).
 #pragma once
 
 #include <NTL/ZZ.h>

@@ -9,14 +9,14 @@
 // (1997): polynomials in families whose members follow from each other by one addition per prime.
 //
 // The pieces, in the order in which a factorisation lives them:
-//   _reglages   how large everything is taken, by the size of n
-//   _base       the multiplier k and the factor base
-//   _polynome   families of polynomials and their roots
-//   _tamis      the sieve array: where is a value probably smooth?
-//   _relations  dividing these values out; pairing those with one large prime left
-//   _algebre    which relations multiply to a square?
-//   _racine     the square root and the gcd
-// and below them _entier, integers of 256 bits, and _vecteurs, the loops that are worth vectors.
+//   reglages    how large everything is taken, by the size of n
+//   base        the multiplier k and the factor base
+//   polynome    families of polynomials and their roots
+//   tamis       the sieve array: where is a value probably smooth?
+//   relations   dividing these values out; pairing those with one large prime left
+//   algebre     which relations multiply to a square?
+//   racine      the square root and the gcd
+// and below them entier, integers of 256 bits, and vecteurs, the loops that are worth vectors.
 //
 // Cost: exp((1 + o(1)) sqrt(ln n ln ln n)), whatever the factors; three digits more double it.
 #pragma once

@@ -12,9 +12,10 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace premiers::quadratique {
+#include "primes/arithmetique/entier128.h"
+#include "primes/primalite/montgomery.h"
 
-__extension__ typedef unsigned __int128 Mot128;
+namespace premiers::quadratique {
 
 struct Entier256 {
   std::array<std::uint64_t, 4> mot{};  // least significant first
@@ -27,7 +28,7 @@ inline Entier256 somme(const Entier256& a, const Entier256& b) {
   Entier256 r;
   std::uint64_t retenue = 0;
   for (std::size_t i = 0; i < 4; ++i) {
-    const Mot128 s = static_cast<Mot128>(a.mot[i]) + b.mot[i] + retenue;
+    const Entier128 s = static_cast<Entier128>(a.mot[i]) + b.mot[i] + retenue;
     r.mot[i] = static_cast<std::uint64_t>(s);
     retenue = static_cast<std::uint64_t>(s >> 64);
   }
@@ -48,7 +49,7 @@ inline Entier256 produit(const Entier256& v, std::int64_t x) {
   Entier256 r;
   std::uint64_t retenue = 0;
   for (std::size_t i = 0; i < 4; ++i) {
-    const Mot128 s = static_cast<Mot128>(v.mot[i]) * absolu + retenue;
+    const Entier128 s = static_cast<Entier128>(v.mot[i]) * absolu + retenue;
     r.mot[i] = static_cast<std::uint64_t>(s);
     retenue = static_cast<std::uint64_t>(s >> 64);
   }
@@ -61,7 +62,7 @@ inline Entier256 produit(const Entier256& a, const Entier256& b) {
   for (std::size_t i = 0; i < 4; ++i) {
     std::uint64_t retenue = 0;
     for (std::size_t j = 0; i + j < 4; ++j) {
-      const Mot128 s = static_cast<Mot128>(a.mot[i]) * b.mot[j] + r.mot[i + j] + retenue;
+      const Entier128 s = static_cast<Entier128>(a.mot[i]) * b.mot[j] + r.mot[i + j] + retenue;
       r.mot[i + j] = static_cast<std::uint64_t>(s);
       retenue = static_cast<std::uint64_t>(s >> 64);
     }
@@ -86,13 +87,6 @@ inline std::size_t longueur(const Entier256& v) {
   return mots;
 }
 
-/// 1 / p modulo 2^64, for odd p: each of Newton's steps doubles the number of right bits.
-inline std::uint64_t inverse_2_64(std::uint64_t p) {
-  std::uint64_t x = (3 * p) ^ 2;  // five bits
-  for (int bits = 5; bits < 64; bits *= 2) x *= 2 - p * x;
-  return x;
-}
-
 /// 1 / v modulo 2^256, for odd v.
 inline Entier256 inverse(const Entier256& v) {
   Entier256 x{{inverse_2_64(v.mot[0]), 0, 0, 0}};
@@ -112,7 +106,7 @@ inline bool divise(Entier256& v, std::size_t mots, std::uint64_t p, std::uint64_
   for (std::size_t i = 0; i < mots; ++i) {
     const std::uint64_t reste = v.mot[i] - retenue;
     quotient.mot[i] = reste * inverse;
-    retenue = static_cast<std::uint64_t>((static_cast<Mot128>(quotient.mot[i]) * p) >> 64) +
+    retenue = static_cast<std::uint64_t>((static_cast<Entier128>(quotient.mot[i]) * p) >> 64) +
               (v.mot[i] < retenue ? 1U : 0U);
   }
   if (retenue != 0) return false;

@@ -165,7 +165,7 @@ Polynomes::Polynomes(const Base& base_, const Reglages& reglages)
       inverses(base_.taille),
       tampon(base_.premier.size()) {
   taille_a = (static_cast<double>(NTL::NumBits(base.kn)) - 1) / 2 - std::log2(demi);
-  nombre = std::max<std::size_t>(2, static_cast<std::size_t>(taille_a / reglages.facteur + 0.5));
+  nombre = static_cast<std::size_t>(std::max(2L, std::lround(taille_a / reglages.facteur)));
   const std::size_t dernier = base.ordinaires + (base.taille - base.ordinaires) * 3 / 4;
   while (taille_a / static_cast<double>(nombre) > base.logarithme[dernier]) ++nombre;
   const std::size_t milieu = plus_proche(base, taille_a / static_cast<double>(nombre));

@@ -9,7 +9,7 @@ namespace premiers::quadratique {
 
 namespace {
 
-// One size of n, in bits, and the settings of crible_quadratique_reglages.h for it; between two
+// One size of n, in bits, and the settings of reglages.h for it; between two
 // sizes they are interpolated. Found by measuring: for the sizes from 66 to 200 bits, the settings
 // were changed one after the other by steps of 40 down to 3 percent, as long as the time for a set
 // of 1 to 300 random products of two equal primes went down (one thread of a 2.6 GHz EPYC with

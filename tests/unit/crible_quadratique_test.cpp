@@ -178,12 +178,12 @@ TEST(CribleQuadratiqueEntier, DividesWhatCanBeDividedAndLeavesTheRest) {
     const long p = 2 * NTL::RandomBnd(1L << (1 + i % 20)) + 3;
     Entier256 v = quadratique::entier256(a);
     const bool oui = divise(v, longueur(v), static_cast<std::uint64_t>(p),
-                            quadratique::inverse_2_64(static_cast<std::uint64_t>(p)));
+                            inverse_2_64(static_cast<std::uint64_t>(p)));
     EXPECT_EQ(oui, a % p == 0);
     EXPECT_EQ(quadratique::grand_entier(v), oui ? a / p : a);
     Entier256 fois = quadratique::entier256(a * p);
     EXPECT_TRUE(divise(fois, longueur(fois), static_cast<std::uint64_t>(p),
-                       quadratique::inverse_2_64(static_cast<std::uint64_t>(p))));
+                       inverse_2_64(static_cast<std::uint64_t>(p))));
     EXPECT_EQ(quadratique::grand_entier(fois), a);
   }
 }

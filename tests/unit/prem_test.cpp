@@ -1,47 +1,15 @@
 // SPDX-License-Identifier: MIT
+// prem and prem1 where their rules are delicate; every small number is compared in dette_test.cpp.
 #include "primes/prem.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
-#include "concat_modele.h"
+#include <cstdint>
 
 namespace premiers {
 namespace {
 
 using NTL::ZZ;
-
-TEST(Prem, AgreesWithDivisionByThePrimesInTurn) {
-  for (std::uint64_t S = 0; S <= 20'000; ++S) {
-    modele::Table table;
-    const bool attendu = table.est_premier(S);
-    Dette dette;
-    ASSERT_EQ(prem(NTL::conv<ZZ>(S), dette), attendu) << S;
-    ASSERT_EQ(modele::premier_apres(dette.borne_due), table.premiers.back()) << S;
-  }
-}
-
-/// The other test, literally: no small value is special, the root is a double.
-bool prem1_litteral(modele::Table& table, std::int64_t S3) {
-  const auto rS1 = static_cast<std::uint64_t>(std::sqrt(static_cast<double>(S3)));
-  for (std::size_t k = 0;; ++k) {
-    if (k == table.premiers.size()) table.grandir();
-    const std::uint64_t p = table.premiers[k];
-    if (static_cast<std::uint64_t>(S3) % p == 0) return false;
-    if (p > rS1) return true;
-  }
-}
-
-TEST(Prem1, AgreesWithDivisionByThePrimesInTurn) {
-  for (std::int64_t S3 = 0; S3 <= 20'000; ++S3) {
-    modele::Table table;
-    const bool attendu = prem1_litteral(table, S3);
-    Dette dette;
-    ASSERT_EQ(prem1(S3, dette), attendu) << S3;
-    ASSERT_EQ(modele::premier_apres(dette.borne_due), table.premiers.back()) << S3;
-  }
-}
 
 TEST(Prem1, TakesTheRootInDoublePrecision) {
   // 2^63 - 25 is the largest prime below 2^63; as a double it is 2^63, whose root is 3037000499.97.
