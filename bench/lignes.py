@@ -49,6 +49,9 @@ class Ligne:
     attendu: object = None  # the published answer, where no peer gives one
     serie: tuple = ()  # (x, kind) for the chart
     note: str = ""
+    resume: str = ""  # what README.md calls it, if it stands there
+    guide: str = ""  # what docs/guide.fr.md calls it, in French, if it stands there
+    combien: int = 1  # so many answers in the row: the guide tells the time of one
 
 
 def ratio(doit=None, vise=None, contre=""):

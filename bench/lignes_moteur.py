@@ -40,8 +40,9 @@ def primecount(x):
 
 
 def recent(o, *mots, **reste):
-    """The newest primesieve, where one was named."""
-    return primesieve(*mots, commande=o.primesieve_recent, nom="primesieve (newest)", **reste)
+    """The newest primesieve, if one was named."""
+    return [primesieve(*mots, commande=o.primesieve_recent, nom="primesieve (newest)",
+                       **reste)] if o.primesieve_recent else []
 
 
 def lignes_de_table(o):
@@ -51,7 +52,8 @@ def lignes_de_table(o):
               Cote("premiers", [aide, "table", str(DEUX_32)], "", table),
               [Cote("generate_primes", [str(o.aides / "table_primesieve"), str(DEUX_32)], "",
                     table)],
-              [Exigence("temps", 0.25, 0.16), Exigence("memoire", 0.12)]),
+              [Exigence("temps", 0.25, 0.16), Exigence("memoire", 0.12)],
+              resume="all primes up to 2^32 in memory, any rank readable"),
         Ligne(GROUPES[0], "the same table, against the bare count",
               Cote("premiers", [aide, "table", str(DEUX_32)], "",
                    lambda chemin: table(chemin)[0]),
@@ -71,13 +73,16 @@ def lignes_de_reponses(o):
     return [
         Ligne(GROUPES[0], "the prime of rank 10^8 on a fresh start",
               session(o, "2\n=100000000\n0\n0\n", dernier_entre_crochets),
-              [primesieve(10**8, "-n")], ratio(1.6, 1.0)),
+              [primesieve(10**8, "-n")], ratio(1.6, 1.0), resume="the 100,000,000th prime",
+              guide="le nombre premier de rang 100 000 000, table neuve"),
         Ligne(GROUPES[0], "20,000 random 64-bit numbers decomposed in one session",
               session(o, decompositions(hasard), facteurs(hasard)),
-              [factor(hasard), gp_facteurs(o, hasard)], ratio(1.0, 0.5, "factor")),
+              [factor(hasard), gp_facteurs(o, hasard)], ratio(1.0, 0.5, "factor"),
+              resume="20,000 random 64-bit integers, decomposed"),
         Ligne(GROUPES[0], "5,000 products of two random 32-bit primes in one session",
               session(o, decompositions(produits), facteurs(produits)),
-              [gp_facteurs(o, produits), factor(produits)], ratio(0.6, 0.15)),
+              [gp_facteurs(o, produits), factor(produits)], ratio(0.6, 0.15),
+              resume="5,000 products of two 32-bit primes, decomposed"),
         Ligne(GROUPES[0], f"{geant} (2^64 + 13) first thing after the start",
               session(o, decompositions([geant]), est_premier_dit), [],
               [Exigence("temps", 0.010, 0.003, limite=True, unite="s")], attendu=geant),
@@ -96,7 +101,9 @@ def lignes_de_crible(o):
         Ligne(GROUPES[0], "the plain program's own screens: start, menus, small work",
               session(o, ECRANS, texte_entier),
               [Cote("plain program", [o.reference], ECRANS, texte_entier, statut=1)],
-              ratio(1.1, 1.0), lancements=101),
+              ratio(1.1, 1.0), lancements=101,
+              note="The plain program finds the shared C++ library when it starts, as programs do "
+              "by default; ours holds it."),
     ]
 
 
@@ -112,8 +119,11 @@ def lignes_de_listes(o):
             Ligne(GROUPES[1], "list from 1 to 10^9, to " + ou,
                   session(o, bornes(1, 10**9, False), bornes_listees),
                   [primesieve(10**9, "-p", lire=nombres_listes),
-                   recent(o, 10**9, "-p", lire=nombres_listes)],
-                  ratio(*((0.4, 0.2) if rien else ()), contre="primesieve"), sortie)]
+                   *recent(o, 10**9, "-p", lire=nombres_listes)],
+                  ratio(*((0.4, 0.2) if rien else ()), contre="primesieve"), sortie,
+                  resume="the 50,847,534 primes up to 10^9, listed" if rien else "",
+                  guide="lister les nombres premiers jusqu'à 10^9, dans un fichier"
+                  if sortie == "fichier" else "")]
     return lignes
 
 
@@ -132,10 +142,12 @@ def lignes_de_comptes(o):
               [primesieve(10**12), primecount(10**12)],
               [Exigence("temps", 0.02, None, "primesieve"),
                Exigence("temps", 20, 3, "primecount")], lente=True,
-              serie=(10**12, "count")),
+              serie=(10**12, "count"),
+              guide="l'effectif des nombres premiers jusqu'à 10^12"),
         Ligne(GROUPES[1], "count from 1 to 10^14",
               session(o, bornes(1, 10**14, True), effectif), [primecount(10**14)],
-              ratio(30, 3), serie=(10**14, "count")),
+              ratio(30, 3), serie=(10**14, "count"), resume="the primes up to 10^14, counted",
+              guide="l'effectif des nombres premiers jusqu'à 10^14"),
         Ligne(GROUPES[1], f"count from {bas} to {DEUX_63}",
               session(o, bornes(bas, DEUX_63, True), effectif), [primesieve(bas, DEUX_63)],
               ratio(1.5, 0.8), lente=True),
@@ -153,7 +165,8 @@ def lignes_de_comptes(o):
               session(o, bornes(1, DEUX_63, True), effectif), [],
               [Exigence("memoire", 1000, None, limite=True, unite="MB"),
                Exigence("temps", None, 3600, limite=True, unite="s")],
-              tres_longue=True, lancements=1, attendu=216289611853439384),
+              tres_longue=True, lancements=1, attendu=216289611853439384,
+              guide="l'effectif des nombres premiers jusqu'à 2^63 - 1"),
     ]
 
 

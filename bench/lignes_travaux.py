@@ -39,7 +39,8 @@ def lignes_de_concatenations(o):
         Ligne(GROUPES[0], "prime concatenations from 1 to 10^9, count alone",
               session(o, chercher(3, 1, 10**9, True), effectif), [],
               [Exigence("temps", 30, None, limite=True, unite="s"),
-               Exigence("memoire", 400, None, limite=True, unite="MB")], lente=True),
+               Exigence("memoire", 400, None, limite=True, unite="MB")], lente=True,
+              guide="l'effectif des concaténations premières jusqu'à 10^9"),
         Ligne(GROUPES[0], "concatenations from 10^18 to 10^18 + 10^5, count alone",
               session(o, chercher(2, 10**18, 10**18 + 10**5, True), effectif),
               [gp_script(o, "debut=10^18; fin=10^18+10^5;\n", "concat_intervalle.gp",
@@ -57,13 +58,20 @@ def lignes_de_grands_entiers(o):
         return Ligne(GROUPES[1], titre, session(o, decompositions(nombres), facteurs(nombres)),
                      pairs, ratio(doit, vise), **reste)
 
+    def noms(c, combien):
+        """What the row is called in the other documents, if it stands there."""
+        return {"resume": {30: f"{combien:,} products of two primes, {c} digits, decomposed",
+                           60: f"a product of two primes, {c} digits, decomposed"}.get(c, ""),
+                "guide": f"décomposer un produit de deux nombres premiers, {c} chiffres"
+                if c in (20, 30, 40, 50, 60) else "", "combien": combien}
+
     lignes = [liste(f"{combien:,} products of two primes, {c} digits",
-                    produits_en_chiffres(c, combien), 1.0, 0.5, lente=c > 20)
+                    produits_en_chiffres(c, combien), 1.0, 0.5, lente=c > 20, **noms(c, combien))
               for c, combien in ((20, 1000), (24, 1000), (30, 1000), (36, 200))]
     lignes += [liste(f"{combien} products of two primes, {c} digits" if combien > 1
                      else f"a product of two primes, {c} digits",
-                     produits_en_chiffres(c, combien), 1.1, 0.5, avec_factor=False)
-               for c, combien in ((40, 5), (50, 3), (60, 1))]
+                     produits_en_chiffres(c, combien), 1.1, 0.5, avec_factor=False,
+                     **noms(c, combien)) for c, combien in ((40, 5), (50, 3), (60, 1))]
     lignes.append(liste("1,000 random integers of 30 digits",
                         entiers(1000, 10**29, 10**30, 30), 1.0, 0.5, lente=True))
     lignes.append(liste("2^200 - 1 to 2^210 - 1", [2**k - 1 for k in range(200, 211)], 1.1, None,

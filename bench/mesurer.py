@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Measures the whole program against the tools that a user would pick instead, in one run, and
-writes docs/performance.md and docs/performance.svg.
+writes docs/performance.md, docs/performance.svg and the short tables of README.md and the guide.
 
     bench/mesurer.py --installer      installs those tools first (Debian packages)
     bench/mesurer.py --rapide         the short rows only, three runs each
@@ -25,7 +25,7 @@ from lanceur import MauvaiseReponse, mesurer  # noqa: E402
 from lignes import Outils  # noqa: E402
 from lignes_moteur import lignes_du_moteur  # noqa: E402
 from lignes_travaux import lignes_des_travaux  # noqa: E402
-from rapport import ecrire, le_pair, machine, verdict  # noqa: E402
+from rapport import ecrire, ecrire_ailleurs, le_pair, machine, verdict  # noqa: E402
 
 RACINE = Path(__file__).resolve().parent.parent
 PAQUETS = ("primesieve-bin", "libprimesieve-dev", "primecount-bin", "pari-gp", "coreutils", "g++")
@@ -113,7 +113,7 @@ def lire_options():
     ajouter("--installer", action="store_true", help="install the tools first, by apt-get")
     ajouter("--rapide", action="store_true", help="only what takes a few seconds, three runs")
     ajouter("--seulement", default="", metavar="REGEX", help="only the rows that it matches")
-    ajouter("--tres-longues", action="store_true", help="the count up to 2^63 - 1 too (an hour)")
+    ajouter("--tres-longues", action="store_true", help="the count up to 2^63 - 1 too (minutes)")
     ajouter("--lancements", type=int, default=0, metavar="N", help="runs of each side (5)")
     ajouter("--sortie", type=Path, metavar="DIR", help="where the report goes (docs; build/bench "
             "if not all rows are run)")
@@ -149,6 +149,8 @@ def main():
             annoncer(*faites[-1])
     dossier = options.sortie or (aides if partiel else RACINE / "docs")
     ecrire(dossier, faites, ecartees, lignes_machine)
+    if dossier == RACINE / "docs":
+        ecrire_ailleurs(RACINE, faites)
     (aides / "mesures.json").write_text(json.dumps(
         [{"work": ligne.travail, "sides": [vars(r) | {"mesures": [vars(m) for m in r.mesures]}
                                            for r in resultats]}

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""The report of a measure: docs/performance.md and docs/performance.svg."""
+"""The report of a measure: docs/performance.md and docs/performance.svg, and the short tables in
+README.md and docs/guide.fr.md."""
 import os
 import platform
 import re
@@ -113,7 +114,8 @@ Written by `bench/mesurer.py`, which runs both sides of each row in turns and ta
 are processor time, user and system, of the whole process unless a note says otherwise, with the
 wall time in brackets; every tool runs on one thread. A ratio is ours over the peer's, the best one
 of the row where several stand there (the first is the one compared with): smaller is better.
-Answers that both sides print are compared in the same run, and a difference ends it.
+Answers that both sides print are compared in the same run, and a difference ends it. "Must" and
+"aim" were set for each row before it was built, as a ratio, or as a limit where a unit stands.
 """
 
 TABLE = "| work | ours | peer | ratio | must | aim | reached? |\n|---|---|---|---|---|---|---|"
@@ -142,13 +144,53 @@ def texte(faites, ecartees, lignes_machine):
             parties += ["", f"{'; '.join(travaux)}: {note}"]
         if groupe == CROISSANCE:
             parties += ["", "![Counts and lists on logarithmic axes](performance.svg)"]
-    sautes = [f"{ligne.travail}: {r.nom} {r.absent}" for ligne, resultats in faites
+    sautes = [] if any(r.nom.endswith("(newest)") for _, resultats in faites for r in resultats) \
+        else ["A newer primesieve than Debian's: none was named (`--primesieve-recent`)"]
+    sautes += [f"{ligne.travail}: {r.nom} {r.absent}" for ligne, resultats in faites
               for r in resultats if r.absent]
     if ecartees:
         sautes.append("Not asked for: " + "; ".join(ligne.travail for ligne in ecartees))
     if sautes:
         parties += ["", "## Not measured", "", *(f"- {s}" for s in sautes)]
     return "\n".join(parties) + "\n"
+
+
+def table_du_readme(faites):
+    """Ours against the best peer, a row for each work that README.md names."""
+    lignes = ["| work | premiers | the best of the others | ratio |", "|---|---|---|---|"]
+    for ligne, resultats in faites:
+        pair = le_pair(resultats[1:], ligne.exigences[0])
+        if ligne.resume and pair and not resultats[0].absent:
+            nous, lui = resultats[0].valeur("temps"), pair.valeur("temps")
+            lignes.append(f"| {ligne.resume} | {duree(nous)} | {pair.nom} {duree(lui)} "
+                          f"| {nombre(nous / lui)} |")
+    return "\n".join(lignes)
+
+
+def table_du_guide(faites):
+    """How long things take, in French: wall time, which is what an operator waits."""
+    lignes = ["| travail | durée |", "|---|---|"]
+    for ligne, (nous, *_) in faites:
+        if ligne.guide and not nous.absent:
+            temps = duree(nous.valeur("mur") / ligne.combien).replace(".", ",")
+            lignes.append(f"| {ligne.guide} | {temps} |")
+    return "\n".join(lignes)
+
+
+DEBUT, FIN = "<!-- written by bench/mesurer.py -->", "<!-- end -->"
+
+
+def inserer(fichier, tableau):
+    """Puts a table between the two marks of a document."""
+    avant, _, reste = fichier.read_text().partition(DEBUT)
+    apres = reste.partition(FIN)[2]
+    fichier.write_text(f"{avant}{DEBUT}\n{tableau}\n{FIN}{apres}")
+
+
+def ecrire_ailleurs(racine, faites):
+    """The short tables of a complete run."""
+    inserer(racine / "README.md", table_du_readme(faites))
+    inserer(racine / "docs" / "guide.fr.md", table_du_guide(faites))
 
 
 def courbes(faites):
