@@ -18,9 +18,10 @@
 #include <span>
 #include <vector>
 
-#include "primes/compte/facteurs.h"
 #include "primes/compte/phi.h"
+#include "primes/compte/roue2310.h"
 #include "primes/compte/segment.h"
+#include "primes/compte/table_facteurs.h"
 
 namespace premiers {
 

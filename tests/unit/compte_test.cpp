@@ -16,11 +16,12 @@
 #include "primes/arithmetique/racines.h"
 #include "primes/compte/difficiles.h"
 #include "primes/compte/faciles.h"
-#include "primes/compte/facteurs.h"
 #include "primes/compte/lucy.h"
 #include "primes/compte/p2.h"
 #include "primes/compte/phi.h"
+#include "primes/compte/roue2310.h"
 #include "primes/compte/segment.h"
+#include "primes/compte/table_facteurs.h"
 #include "primes/compte/tables.h"
 #include "primes/crible/crible.h"
 

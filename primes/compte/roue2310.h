@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
-// For each m <= z coprime to 2310, in two bytes: its Möbius value, its smallest prime factor, and
-// whether all of its prime factors are <= y. It is what the hard leaves ask of an m.
+// The wheel of 2310 = 2 * 3 * 5 * 7 * 11: the integers coprime to it, one in 4.8, in order.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 namespace premiers {
 
-/// The wheel of 2310 = 2 * 3 * 5 * 7 * 11: the integers coprime to it, numbered from 0 (for 1) on.
+/// The integers coprime to 2310, numbered from 0 (for 1) on.
 struct Roue2310 {
   static constexpr std::uint64_t tour = 2310;
   static constexpr std::uint64_t par_tour = 480;
@@ -42,22 +40,6 @@ struct Roue2310 {
     }
     return t;
   }();
-};
-
-/// The entries. Memory 0.42 z bytes, time O(z log log z).
-struct TableFacteurs {
-  /// `premiers` by rank, up to y < 2^32; y <= z < 13 y.
-  TableFacteurs(const std::vector<std::uint32_t>& premiers, std::uint64_t z);
-
-  /// Whether the i-th m is squarefree with all prime factors in ]q, y]; 13 <= q < 65535 prime, m
-  /// > 1.
-  bool convient(std::size_t i, std::uint32_t q) const { return entrees[i] > q; }
-  /// Möbius value of an m that suits: true for +1, false for -1.
-  bool pair(std::size_t i) const { return (entrees[i] & 1) != 0; }
-
-  /// With l the smallest prime factor, at most 65535: l (odd) for mu = +1, l - 1 for mu = -1, 0 if
-  /// m is not squarefree or has a prime factor > y.
-  std::vector<std::uint16_t> entrees;
 };
 
 }  // namespace premiers

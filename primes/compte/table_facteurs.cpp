@@ -2,10 +2,12 @@
 // A sieve with all primes from 13 to y: the first to meet m leaves its mark, the others toggle the
 // low bit; squares put 0. An m nobody has met is a prime above y: with z < 13 y, a cofactor of such
 // a prime has no prime factor from 13 on.
-#include "primes/compte/facteurs.h"
+#include "primes/compte/table_facteurs.h"
 
 #include <algorithm>
 #include <limits>
+
+#include "primes/compte/roue2310.h"
 
 namespace premiers {
 
