@@ -98,7 +98,7 @@ Nombre racine_cubique(Nombre x) {
   return r;
 }
 
-TEST(Compte, chaque_x_jusqu_a_30000) {
+TEST(Compte, EveryXUpTo30000) {
   const std::vector<Nombre> pi = pi_naif(30000);
   for (Nombre x = 0; x <= 30000; ++x) {
     ASSERT_EQ(nombre_premiers(x), pi[x]) << x;
@@ -107,7 +107,7 @@ TEST(Compte, chaque_x_jusqu_a_30000) {
 }
 
 // The number of primes up to 10^k: OEIS A006880.
-TEST(Compte, puissances_de_dix_publiees) {
+TEST(Compte, PublishedPowersOfTen) {
   constexpr std::array<Nombre, 15> publies{
       0,       4,        25,        168,        1229,        9592,         78498,        664579,
       5761455, 50847534, 455052511, 4118054813, 37607912018, 346065536839, 3204941750802};
@@ -118,7 +118,7 @@ TEST(Compte, puissances_de_dix_publiees) {
 }
 
 // The number of primes up to 2^k: OEIS A007053.
-TEST(Compte, puissances_de_deux_publiees) {
+TEST(Compte, PublishedPowersOfTwo) {
   constexpr std::array<Nombre, 47> publies{0,
                                            1,
                                            2,
@@ -171,7 +171,7 @@ TEST(Compte, puissances_de_deux_publiees) {
   }
 }
 
-TEST(Compte, au_hasard_a_toutes_les_grandeurs_contre_lucy) {
+TEST(Compte, RandomXOfEverySizeAsByLucy) {
   std::mt19937_64 hasard(1);
   for (int i = 0; i < 150; ++i) {
     const double grandeur = std::uniform_real_distribution<double>(1.0, 10.5)(hasard);
@@ -180,7 +180,7 @@ TEST(Compte, au_hasard_a_toutes_les_grandeurs_contre_lucy) {
   }
 }
 
-TEST(Compte, differences_de_grands_x_contre_le_crible) {
+TEST(Compte, DifferencesOfLargeXAsByTheSieve) {
   std::mt19937_64 hasard(2);
   for (const double grandeur : {11.0, 12.0, 12.7, 13.3, 13.9}) {
     const auto a = static_cast<Nombre>(std::pow(10.0, grandeur)) + hasard() % 1000000;
@@ -189,7 +189,7 @@ TEST(Compte, differences_de_grands_x_contre_le_crible) {
   }
 }
 
-TEST(Compte, autour_des_puissances_parfaites) {
+TEST(Compte, AroundPerfectPowers) {
   for (const Nombre n : {2001u, 4472u, 4473u, 7919u, 12343u, 31623u, 65536u, 99991u}) {
     for (const Nombre x : {n * n - 1, n * n, n * n + 1})
       EXPECT_EQ(nombre_premiers(x), compte_lucy(x));
@@ -204,7 +204,7 @@ TEST(Compte, autour_des_puissances_parfaites) {
   }
 }
 
-TEST(Compte, feuilles_justes_pour_tout_x_d_un_intervalle) {
+TEST(Compte, LeavesAreRightForEveryXOfARange) {
   const std::vector<Nombre> pi = pi_naif(20000);
   for (Nombre x = 15000; x <= 20000; x += 3) {
     const Nombre racine = racine_carree(x);
@@ -214,7 +214,7 @@ TEST(Compte, feuilles_justes_pour_tout_x_d_un_intervalle) {
 }
 
 // y just above the cube root, y = sqrt(x), and z from y to sqrt(x): no choice may matter.
-TEST(Compte, feuilles_justes_quels_que_soient_y_et_z) {
+TEST(Compte, LeavesAreRightWhateverYAndZ) {
   std::mt19937_64 hasard(3);
   for (int i = 0; i < 250; ++i) {
     const double grandeur = std::uniform_real_distribution<double>(5.0, 9.5)(hasard);
@@ -230,7 +230,7 @@ TEST(Compte, feuilles_justes_quels_que_soient_y_et_z) {
   }
 }
 
-TEST(Compte, chaque_partie_selon_sa_definition) {
+TEST(Compte, EveryTermAsItIsDefined) {
   const std::vector<Nombre> premiers = premiers_naifs(100000);
   const std::vector<Nombre> pi = pi_naif(100000);
   struct Cas {
@@ -271,7 +271,7 @@ TEST(Compte, chaque_partie_selon_sa_definition) {
   }
 }
 
-TEST(CompteTables, phi_de_huit_premiers_selon_legendre) {
+TEST(CompteTables, PhiOfEightPrimesAsByLegendre) {
   const std::vector<Nombre> premiers = premiers_naifs(100);
   for (Nombre x = 0; x < 3000; ++x) ASSERT_EQ(phi_8(x), phi_naif(premiers, x, 8)) << x;
   std::mt19937_64 hasard(4);
@@ -284,7 +284,7 @@ TEST(CompteTables, phi_de_huit_premiers_selon_legendre) {
   }
 }
 
-TEST(CompteTables, pi_par_fenetres) {
+TEST(CompteTables, PiByWindows) {
   const std::vector<Nombre> pi = pi_naif(100000);
   const TablePi table(100000);
   for (Nombre n = 5; n <= 100000; ++n) ASSERT_EQ(table(n), pi[n]) << n;
@@ -299,7 +299,7 @@ TEST(CompteTables, pi_par_fenetres) {
   }
 }
 
-TEST(CompteTables, premiers_a_leur_rang) {
+TEST(CompteTables, PrimesAtTheirRanks) {
   const std::vector<Nombre> naifs = premiers_naifs(200000);
   for (const Nombre borne : {5u, 6u, 7u, 30u, 31u, 199999u, 200000u}) {
     const std::vector<std::uint32_t> premiers = premiers_par_rang(borne);
@@ -308,7 +308,7 @@ TEST(CompteTables, premiers_a_leur_rang) {
   }
 }
 
-TEST(CompteTables, facteurs_de_chaque_m) {
+TEST(CompteTables, FactorsOfEveryM) {
   for (const auto& [y, z] : {std::pair<Nombre, Nombre>{100, 100}, {100, 1299}, {70000, 71000}}) {
     const TableFacteurs table(premiers_par_rang(y), z);
     for (std::size_t i = 1; i < Roue2310::nombre(z); ++i) {
@@ -370,11 +370,11 @@ void verifier_segment(const SegmentCompte::Noyaux& noyaux) {
   }
 }
 
-TEST(CompteSegment, chaque_version_compte_comme_un_crible_naif) {
+TEST(CompteSegment, EveryVersionCountsLikeAPlainSieve) {
   for (const SegmentCompte::Noyaux& n : SegmentCompte::noyaux_possibles()) verifier_segment(n);
 }
 
-TEST(CompteSuivi, part_croissante_de_zero_a_un) {
+TEST(CompteSuivi, ProgressGrowsFrom0To1) {
   double derniere = 0;
   std::size_t appels = 0;
   nombre_premiers(10'000'000'000'000, [&](double part) {
@@ -387,7 +387,7 @@ TEST(CompteSuivi, part_croissante_de_zero_a_un) {
   EXPECT_GT(derniere, 0.9);
 }
 
-TEST(CompteSuivi, une_exception_abandonne) {
+TEST(CompteSuivi, AnExceptionAbandonsTheWork) {
   std::size_t appels = 0;
   const auto jeter = [&](double) {
     if (++appels == 5) throw std::runtime_error("assez");

@@ -97,7 +97,7 @@ std::vector<std::uint64_t> premiers_entre(std::uint64_t a, std::uint64_t b) {
 
 constexpr std::uint64_t dix(int k) { return k == 0 ? 1 : 10 * dix(k - 1); }
 
-TEST(Crible, comptes_de_toutes_les_fenetres_jusqu_a_mille) {
+TEST(Crible, EveryWindowUpToAThousandIsCounted) {
   std::vector<std::uint64_t> pi(1001);
   for (std::uint64_t n = 1; n <= 1000; ++n) pi[n] = pi[n - 1] + premier_par_division(n);
   for (std::uint64_t a = 0; a <= 1000; ++a) {
@@ -107,12 +107,12 @@ TEST(Crible, comptes_de_toutes_les_fenetres_jusqu_a_mille) {
   }
 }
 
-TEST(Crible, fenetre_renversee_est_vide) {
+TEST(Crible, AWindowWhoseBoundsCrossIsEmpty) {
   EXPECT_EQ(compter_par_crible(1, 0), 0u);
   EXPECT_EQ(compter_par_crible(~std::uint64_t{0}, 5), 0u);
 }
 
-TEST(Crible, refuse_ce_qui_sort_du_domaine) {
+TEST(Crible, RefusesWhatIsOutOfRange) {
   EXPECT_THROW(Crible(2, 1), std::invalid_argument);
   EXPECT_THROW(Crible(0, Crible::octet_max + 1), std::invalid_argument);
   EXPECT_THROW(compter_par_crible(0, ~std::uint64_t{0}), std::invalid_argument);
@@ -123,7 +123,7 @@ TEST(Crible, refuse_ce_qui_sort_du_domaine) {
 
 // pi(10^k): the classical table, e.g. Riesel, "Prime Numbers and Computer Methods for
 // Factorization", 2nd ed. 1994, table 3.
-TEST(Crible, valeurs_publiees_de_pi) {
+TEST(Crible, PublishedValuesOfPi) {
   constexpr std::array<std::uint64_t, 10> pi{0,    4,     25,     168,     1229,
                                              9592, 78498, 664579, 5761455, 50847534};
   const int derniere =
@@ -137,7 +137,7 @@ TEST(Crible, valeurs_publiees_de_pi) {
   }
 }
 
-TEST(Crible, les_premiers_octets_contre_la_division) {
+TEST(Crible, FirstBytesAsByDivision) {
   const auto octets = cribler(0, 4000);
   std::vector<std::uint64_t> trouves;
   pour_chaque_premier(octets, 0, [&](std::uint64_t p) { trouves.push_back(p); });
@@ -148,7 +148,7 @@ TEST(Crible, les_premiers_octets_contre_la_division) {
   EXPECT_EQ(trouves, attendus);
 }
 
-TEST(Crible, fenetres_au_hasard_contre_miller_rabin) {
+TEST(Crible, RandomWindowsAsByMillerRabin) {
   std::mt19937_64 hasard(1);
   for (int k = 3; k <= 15; ++k) {
     for (int essai = 0; essai < 6; ++essai) {
@@ -159,7 +159,7 @@ TEST(Crible, fenetres_au_hasard_contre_miller_rabin) {
   }
 }
 
-TEST(Crible, fenetres_hautes_contre_miller_rabin) {
+TEST(Crible, HighWindowsAsByMillerRabin) {
   std::mt19937_64 hasard(2);
   for (const std::uint64_t origine : {dix(16), dix(17), dix(18), Crible::octet_max * 30 - dix(7)}) {
     const std::uint64_t octet = origine / 30 + hasard() % 10000;
@@ -168,7 +168,7 @@ TEST(Crible, fenetres_hautes_contre_miller_rabin) {
   }
 }
 
-TEST(Crible, les_derniers_nombres_avant_deux_puissance_63) {
+TEST(Crible, LastNumbersBeforeTwoToThe63) {
   const std::uint64_t octet = Crible::octet_max - 200;
   EXPECT_EQ(cribler(octet, Crible::octet_max), octets_lents(octet, Crible::octet_max));
   // The largest prime below 2^63 is 2^63 - 25 (C. Caldwell, "The Prime Pages", primes just less
@@ -178,7 +178,7 @@ TEST(Crible, les_derniers_nombres_avant_deux_puissance_63) {
   EXPECT_EQ(compter_par_crible(bout - 24, bout), 0u);
 }
 
-TEST(Crible, une_fenetre_de_plusieurs_segments_contre_miller_rabin_aux_coutures) {
+TEST(Crible, SeamsOfSegmentsAsByMillerRabin) {
   const std::uint64_t octet = dix(13) / 30 + 7;
   const std::size_t taille = Crible(octet, Crible::octet_max).taille();
   const std::uint64_t fin = octet + 3 * taille + 1000;
@@ -191,7 +191,7 @@ TEST(Crible, une_fenetre_de_plusieurs_segments_contre_miller_rabin_aux_coutures)
 }
 
 // Every size of segment must give the same bytes.
-TEST(Crible, segments_de_toutes_les_tailles) {
+TEST(Crible, SegmentsOfEverySizeGiveTheSame) {
   for (const std::uint64_t octet : {std::uint64_t{0}, dix(6) / 30, dix(9), dix(12)}) {
     const std::uint64_t fin = octet + 2000;
     const auto attendus = cribler(octet, fin);
@@ -202,7 +202,7 @@ TEST(Crible, segments_de_toutes_les_tailles) {
   }
 }
 
-TEST(Crible, segments_de_toutes_les_tailles_avec_de_grands_cribleurs) {
+TEST(Crible, SegmentsOfEverySizeGiveTheSameWithLargeSievingPrimes) {
   const std::uint64_t octet = dix(14) / 30;
   const std::uint64_t fin = octet + 700000;
   const auto attendus = cribler(octet, fin);
@@ -217,14 +217,14 @@ TEST(Crible, segments_de_toutes_les_tailles_avec_de_grands_cribleurs) {
   EXPECT_TRUE(octets == attendus);
 }
 
-TEST(Crible, un_segment_plus_grand_que_la_taille_preferee) {
+TEST(Crible, SeveralSegmentsAtOnceGiveTheSame) {
   const std::uint64_t fin = 1500000;
   EXPECT_TRUE(cribler(0, fin, fin) == cribler(0, fin));
 }
 
 // Squares and products of neighbouring primes are what a sieve that stops too early, or starts too
 // late, lets through. One prime for each class and around each border between them.
-TEST(Crible, carres_de_premiers_au_bord_de_la_fenetre) {
+TEST(Crible, SquaresOfPrimesAtTheEdgeOfAWindow) {
   std::vector<std::uint64_t> cribleurs = premiers_entre(150, 400);
   for (const std::uint64_t p :
        {dix(3), std::uint64_t{8192}, std::uint64_t{16384}, std::uint64_t{32768},
@@ -243,7 +243,7 @@ TEST(Crible, carres_de_premiers_au_bord_de_la_fenetre) {
   }
 }
 
-TEST(Crible, carre_du_plus_grand_cribleur) {
+TEST(Crible, SquareOfTheLargestSievingPrime) {
   const auto cribleurs = premiers_entre(3037000499 - 200, 3037000499);
   ASSERT_FALSE(cribleurs.empty());
   const std::uint64_t p = cribleurs.back();  // p * p is just below 2^63
@@ -252,7 +252,7 @@ TEST(Crible, carre_du_plus_grand_cribleur) {
 
 // Growing from 0 without a known end, as a table does, equals windows sieved one by one; the pieces
 // grow over the squares of new sieving primes.
-TEST(Crible, croissance_sans_fin_egale_fenetres) {
+TEST(Crible, GrowingWithoutEndGivesTheSameAsWindows) {
   Crible crible(0, Crible::octet_max);
   std::mt19937_64 hasard(4);
   std::vector<std::uint8_t> segment(crible.taille());
@@ -267,7 +267,7 @@ TEST(Crible, croissance_sans_fin_egale_fenetres) {
 }
 
 // Large sieving primes come into play here while the window grows.
-TEST(Crible, croissance_au_dela_du_premier_grand_cribleur) {
+TEST(Crible, GrowingBeyondTheFirstLargeSievingPrime) {
   constexpr std::uint64_t seuil = CribleGrand::premier_grand * CribleGrand::premier_grand / 30;
   Crible crible(seuil - 500000, Crible::octet_max);
   std::vector<std::uint8_t> segment(crible.taille());
@@ -279,7 +279,7 @@ TEST(Crible, croissance_au_dela_du_premier_grand_cribleur) {
 }
 
 // A window of many rounds of large primes, counted in one piece and in two.
-TEST(Crible, somme_des_parties) {
+TEST(Crible, TheWholeIsTheSumOfItsParts) {
   const std::uint64_t a = dix(15);
   const std::uint64_t b = a + 30000000;
   const std::uint64_t milieu = a + 11111111;
@@ -287,7 +287,7 @@ TEST(Crible, somme_des_parties) {
             compter_par_crible(a, milieu) + compter_par_crible(milieu + 1, b));
 }
 
-TEST(Crible, plafond_laisse_les_nombres_sans_petit_facteur) {
+TEST(Crible, ACeilingLeavesTheNumbersWithoutASmallFactor) {
   constexpr std::uint64_t plafond = 500;
   const std::uint64_t octet = 40000;
   Crible crible(octet, octet + 100, plafond);
@@ -305,7 +305,7 @@ TEST(Crible, plafond_laisse_les_nombres_sans_petit_facteur) {
   }
 }
 
-TEST(Crible, le_suivi_monte_de_zero_a_un_et_peut_abandonner) {
+TEST(Crible, ProgressGrowsFrom0To1AndMayAbandonTheWork) {
   double dernier = 0;
   int appels = 0;
   const auto suivi = [&](double part) {
@@ -323,7 +323,7 @@ TEST(Crible, le_suivi_monte_de_zero_a_un_et_peut_abandonner) {
                Abandon);
 }
 
-TEST(Racine, exacte_autour_des_carres) {
+TEST(Racine, ExactAroundSquares) {
   for (const std::uint64_t r : {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{94906267},
                                 std::uint64_t{3037000499}, std::uint64_t{4294967295}}) {
     EXPECT_EQ(racine_carree(r * r), r);
@@ -334,7 +334,7 @@ TEST(Racine, exacte_autour_des_carres) {
   EXPECT_EQ(racine_carree(~std::uint64_t{0}), 4294967295u);
 }
 
-TEST(Bits, comptes_avant_chaque_ligne) {
+TEST(Bits, CountsBeforeEachLine) {
   std::vector<std::uint8_t> octets(64 * 37);
   for (std::size_t i = 0; i < octets.size(); ++i) octets[i] = static_cast<std::uint8_t>(i * i / 7);
   std::vector<std::uint32_t> avant(37);
@@ -349,7 +349,7 @@ TEST(Bits, comptes_avant_chaque_ligne) {
   EXPECT_EQ(nombre, attendu);
 }
 
-TEST(Bits, comptes_et_premiers_a_toutes_les_longueurs) {
+TEST(Bits, CountsAndPrimesOfEveryLength) {
   const auto octets = cribler(0, 100);
   for (std::size_t n = 0; n <= 100; ++n) {
     const auto debut = std::span{octets}.first(n);

@@ -49,14 +49,14 @@ void verifier(std::uint64_t n) {
   ASSERT_EQ(plus_petit_facteur(n), f[0].premier) << n;
 }
 
-TEST(Facteurs64, ZeroEtUnNOntPasDeFacteurs) {
+TEST(Facteurs64, ZeroAndOneHaveNoFactors) {
   EXPECT_EQ(facteurs(0).nombre, 0U);
   EXPECT_EQ(facteurs(1).nombre, 0U);
   EXPECT_EQ(plus_petit_facteur(0), 0U);
   EXPECT_EQ(plus_petit_facteur(1), 1U);
 }
 
-TEST(Facteurs64, TousLesEntiersSousDeuxMillions) {
+TEST(Facteurs64, EveryIntegerBelowTwoMillion) {
   constexpr std::size_t fin = 2000000;
   std::vector<std::uint32_t> moindre(fin, 0);
   for (std::uint32_t p = 2; p < fin; ++p) {
@@ -77,13 +77,13 @@ TEST(Facteurs64, TousLesEntiersSousDeuxMillions) {
   }
 }
 
-TEST(Facteurs64, QuinzePremiersDistincts) {
+TEST(Facteurs64, FifteenDistinctPrimes) {
   const Facteurs64 f = facteurs(614889782588491410);  // 2 * 3 * ... * 47
   EXPECT_EQ(f.nombre, 15U);
   EXPECT_EQ(f[14], (Puissance{47, 1}));
 }
 
-TEST(Facteurs64, FactorisationsPubliees) {
+TEST(Facteurs64, PublishedFactorisations) {
   // 2^64 - 1 (the Fermat numbers F0 .. F5), 2^61 - 1 (M. Mersenne), 2^59 - 1 and 2^53 - 1 (F.
   // Landry).
   const Facteurs64 f = facteurs(~std::uint64_t{0});
@@ -96,7 +96,7 @@ TEST(Facteurs64, FactorisationsPubliees) {
   EXPECT_EQ(facteurs((std::uint64_t{1} << 53) - 1)[1], (Puissance{69431, 1}));
 }
 
-TEST(Facteurs64, PuissancesDePremiers) {
+TEST(Facteurs64, PowersOfPrimes) {
   for (const std::uint64_t p :
        std::initializer_list<std::uint64_t>{2, 3, 5, 7, 2003, 2011, 2017, 2027, 65521, 65537}) {
     std::uint64_t n = p;
@@ -111,7 +111,7 @@ TEST(Facteurs64, PuissancesDePremiers) {
 }
 
 // Squares and cubes, for which rho has no chance and ECM finds both copies at once or none.
-TEST(Facteurs64, CarresEtCubesJusquAuBord) {
+TEST(Facteurs64, SquaresAndCubesUpToTheLimit) {
   for (std::uint64_t p = 4294967291; p > 4294967291 - 2000; p -= 2) {
     if (!juge(p)) continue;
     const Facteurs64 f = facteurs(p * p);
@@ -134,7 +134,7 @@ TEST(Facteurs64, CarresEtCubesJusquAuBord) {
   }
 }
 
-TEST(Facteurs64, AutourDesBordsDeLaTableDesDiviseurs) {
+TEST(Facteurs64, AroundTheEndOfTheTableOfDivisors) {
   const std::vector<std::uint64_t> voisins{1987, 1993, 1997, 1999, 2003,
                                            2011, 2017, 2027, 2029, 2039};
   for (const auto p : voisins) {
@@ -148,7 +148,7 @@ TEST(Facteurs64, AutourDesBordsDeLaTableDesDiviseurs) {
   }
 }
 
-TEST(Facteurs64, DeuxPremiersDeTouteTaille) {
+TEST(Facteurs64, TwoPrimesOfEverySize) {
   std::mt19937_64 g{2};
   for (int a = 2; a <= 32; ++a) {
     for (int b = a; a + b <= 64; ++b) {
@@ -157,7 +157,7 @@ TEST(Facteurs64, DeuxPremiersDeTouteTaille) {
   }
 }
 
-TEST(Facteurs64, DeuxGrandsPremiersVoisins) {
+TEST(Facteurs64, TwoLargePrimesCloseToEachOther) {
   std::uint64_t precedent = 4294967291;
   for (std::uint64_t p = precedent - 2; p > 4294967291 - 20000; p -= 2) {
     if (!juge(p)) continue;
@@ -166,7 +166,7 @@ TEST(Facteurs64, DeuxGrandsPremiersVoisins) {
   }
 }
 
-TEST(Facteurs64, TroisEtQuatrePremiersDeMemeTaille) {
+TEST(Facteurs64, ThreeAndFourPrimesOfTheSameSize) {
   std::mt19937_64 g{3};
   for (int i = 0; i < 3000; ++i) {
     verifier(premier_au_hasard(g, 21) * premier_au_hasard(g, 21) * premier_au_hasard(g, 21));
@@ -177,7 +177,7 @@ TEST(Facteurs64, TroisEtQuatrePremiersDeMemeTaille) {
   }
 }
 
-TEST(Facteurs64, AuHasardEtPresDesBords) {
+TEST(Facteurs64, RandomAndNearTheLimits) {
   std::mt19937_64 g{4};
   for (int i = 0; i < 10000; ++i) verifier(2 + (g() >> (g() % 62 + 1)));
   for (std::uint64_t k = 1; k < 1000; ++k) {
@@ -189,7 +189,7 @@ TEST(Facteurs64, AuHasardEtPresDesBords) {
   }
 }
 
-TEST(PetitsDiviseurs, DivisentCommeLeReste) {
+TEST(PetitsDiviseurs, DivideWhereTheRemainderIsZero) {
   constexpr auto table = table_diviseurs<100>();
   std::mt19937_64 g{5};
   for (const auto& d : table) {
@@ -203,7 +203,7 @@ TEST(PetitsDiviseurs, DivisentCommeLeReste) {
   }
 }
 
-TEST(Rho, TrouveUnFacteurPropre) {
+TEST(Rho, FindsAProperFactor) {
   std::mt19937_64 g{6};
   for (int bits = 3; bits <= 22; ++bits) {
     for (int i = 0; i < 50; ++i) {
@@ -217,7 +217,7 @@ TEST(Rho, TrouveUnFacteurPropre) {
 
 // Each step of every chain adds two slots whose difference is in the third; the prefix for b1 has
 // to multiply by 12 lcm(1..b1). Checked with the integers modulo a prime in place of the curve.
-TEST(Ecm, LesChainesMultiplientParLePpcm) {
+TEST(Ecm, ChainsMultiplyByTheLeastCommonMultiple) {
   constexpr std::uint64_t module = (std::uint64_t{1} << 61) - 1;
   std::array<std::uint64_t, 4> slot{1, 0, 0, 0};
   std::uint64_t attendu = 12;
@@ -242,7 +242,7 @@ TEST(Ecm, LesChainesMultiplientParLePpcm) {
   }
 }
 
-TEST(Ecm, LesPairesCouvrentTousLesPremiers) {
+TEST(Ecm, PairsCoverEveryPrime) {
   const auto& t = ecm::paires_courtes;
   std::vector<bool> couvert(t.portee + t.pas, false);
   for (std::size_t k = 1; k <= t.geants_max; ++k) {
@@ -266,7 +266,7 @@ Entier128 essayer_avec(Entier128 n, const std::uint32_t* sigma) {
   return ecm::essayer(a, sigma, ecm::paires_courtes, 50, 2000);
 }
 
-TEST(Ecm, ToutesLesArithmetiquesTrouventLeMeme) {
+TEST(Ecm, AllArithmeticsFindTheSame) {
   std::mt19937_64 g{7};
   const std::array<std::uint32_t, 8> sigma{6, 7, 8, 9, 10, 11, 12, 13};
   int trouves = 0;
@@ -291,7 +291,7 @@ void verifier_ecm(Entier128 n, Entier128 p, Entier128 q) {
   }
 }
 
-TEST(Facteurs128, DeuxPremiersDeTouteTailleJusquA92Bits) {
+TEST(Facteurs128, TwoPrimesOfEverySizeUpTo92Bits) {
   std::mt19937_64 g{8};
   for (int taille = 46; taille <= 92; ++taille) {
     for (int i = 0; i < 5; ++i) {
@@ -302,7 +302,7 @@ TEST(Facteurs128, DeuxPremiersDeTouteTailleJusquA92Bits) {
   }
 }
 
-TEST(Facteurs128, FacteursInegauxPresDe2Puissance128) {
+TEST(Facteurs128, FactorsOfUnequalSizeNearTwoToThe128) {
   std::mt19937_64 g{9};
   for (int taille = 100; taille <= 128;
        ++taille) {  // lengths where the ring changes: 100, 124, 126
@@ -317,14 +317,14 @@ TEST(Facteurs128, FacteursInegauxPresDe2Puissance128) {
   }
 }
 
-TEST(Facteurs128, LeBudgetEstTenu) {
+TEST(Facteurs128, KeepsToItsNumberOfCurves) {
   EXPECT_FALSE(facteur_ecm(~Entier128{0} - 158, 0).has_value());   // no curve, no factor
   EXPECT_FALSE(facteur_ecm(~Entier128{0} - 158, 16).has_value());  // 2^128 - 159 is prime
   EXPECT_FALSE(facteur_ecm((Entier128{1} << 89) - 1, 16).has_value());
   EXPECT_FALSE(facteur_ecm_portable((Entier128{1} << 89) - 1, 16).has_value());
 }
 
-TEST(Facteurs128, NombresDeFermatEtDeMersenne) {
+TEST(Facteurs128, FermatAndMersenneNumbers) {
   // 2^67 - 1 = 193707721 * 761838257287 (F. N. Cole, 1903);
   // 2^64 + 1 = 274177 * 67280421310721 (F. Landry, 1880).
   verifier_ecm((Entier128{1} << 67) - 1, 193707721, 761838257287);

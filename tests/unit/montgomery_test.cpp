@@ -75,12 +75,12 @@ void verifier_anneau(const Montgomery& m, typename Montgomery::Entier a,
   EXPECT_EQ(produit_exact(m.sortir(a), m.un, n), en_zz(a));
 }
 
-TEST(Montgomery, InverseModulo2Puissance64) {
+TEST(Montgomery, InverseModuloTwoToThe64) {
   for (std::uint64_t n = 1; n < 100000; n += 2) ASSERT_EQ(n * inverse_2_64(n), 1U);
   for (std::uint64_t n = plein; n > plein - 100000; n -= 2) ASSERT_EQ(n * inverse_2_64(n), 1U);
 }
 
-TEST(Montgomery, SoixanteQuatreBitsContreNtl) {
+TEST(Montgomery, SixtyFourBitsAsByNtl) {
   std::mt19937_64 g{64};
   for (const auto n : modules<std::uint64_t>(g, 64)) {
     const Montgomery64 m{n};
@@ -90,7 +90,7 @@ TEST(Montgomery, SoixanteQuatreBitsContreNtl) {
   }
 }
 
-TEST(Montgomery, CentVingtHuitBitsContreNtl) {
+TEST(Montgomery, HundredAndTwentyEightBitsAsByNtl) {
   std::mt19937_64 g{128};
   for (const auto n : modules<Entier128>(g, 128)) {
     const Montgomery128 m{n};
@@ -120,15 +120,15 @@ void verifier_souple(int bits_maximum) {
   }
 }
 
-TEST(Montgomery, SoupleCommeStrict64) {
+TEST(Montgomery, LooseAgreesWithStrictOn64Bits) {
   verifier_souple<Montgomery64>(MontgomerySouple<Montgomery64>::bits_maximum);
 }
 
-TEST(Montgomery, SoupleCommeStrict128) {
+TEST(Montgomery, LooseAgreesWithStrictOn128Bits) {
   verifier_souple<Montgomery128>(MontgomerySouple<Montgomery128>::bits_maximum);
 }
 
-TEST(Montgomery, EntrerEtSortirSontInverses) {
+TEST(Montgomery, EnteringAndLeavingAreInverse) {
   std::mt19937_64 g{2};
   for (const auto n : modules<std::uint64_t>(g, 64)) {
     const Montgomery64 m{n};
@@ -146,7 +146,7 @@ TEST(Montgomery, EntrerEtSortirSontInverses) {
   }
 }
 
-TEST(Racines, CarreesAuxBords) {
+TEST(Racines, SquareRootsAtTheLimits) {
   for (std::uint64_t n = 0; n < 100000; ++n) {
     const auto r = racine_carree(n);
     ASSERT_TRUE(r * r <= n && n < (r + 1) * (r + 1)) << n;
@@ -162,7 +162,7 @@ TEST(Racines, CarreesAuxBords) {
   EXPECT_EQ(racine_carree(plein), 4294967295U);
 }
 
-TEST(Racines, Carrees128AuxBords) {
+TEST(Racines, SquareRootsOf128BitsAtTheLimits) {
   std::mt19937_64 g{3};
   std::vector<std::uint64_t> racines{4294967296, 4294967297, plein, plein - 1, plein >> 1};
   for (int i = 0; i < 10000; ++i) racines.push_back(g() | (std::uint64_t{1} << 32));
@@ -177,7 +177,7 @@ TEST(Racines, Carrees128AuxBords) {
   EXPECT_EQ(racine_carree(~Entier128{0}), plein);
 }
 
-TEST(Racines, PgcdCommeNtl) {
+TEST(Racines, GcdAsByNtl) {
   std::mt19937_64 g{4};
   for (int i = 0; i < 2000; ++i) {
     const std::uint64_t commun = (g() >> (g() % 40 + 20)) | 1;
@@ -191,7 +191,7 @@ TEST(Racines, PgcdCommeNtl) {
   EXPECT_EQ(pgcd(std::uint64_t{0}, std::uint64_t{15}), 15U);
 }
 
-TEST(Zz, AllerEtRetour) {
+TEST(Zz, ThereAndBack) {
   std::mt19937_64 g{5};
   EXPECT_EQ(en_zz(plein), NTL::power2_ZZ(64) - 1);
   EXPECT_EQ(en_zz(~Entier128{0}), NTL::power2_ZZ(128) - 1);

@@ -30,14 +30,14 @@ std::vector<bool> crible_naif(std::size_t fin) {
   return premier;
 }
 
-TEST(Primalite, TousLesEntiersSousDeuxMillions) {
+TEST(Primalite, EveryIntegerBelowTwoMillion) {
   const auto premier = crible_naif(2000000);
   for (std::size_t n = 0; n < premier.size(); ++n) {
     ASSERT_EQ(est_premier(std::uint64_t{n}), premier[n]) << n;
   }
 }
 
-TEST(Primalite, LesTroisFormesSontDAccordSurLesPetits) {
+TEST(Primalite, TheThreeFormsAgreeOnSmallIntegers) {
   const auto premier = crible_naif(3000);
   for (std::size_t n = 0; n < premier.size(); ++n) {
     EXPECT_EQ(est_premier(Entier128{n}), premier[n]) << n;
@@ -45,7 +45,7 @@ TEST(Primalite, LesTroisFormesSontDAccordSurLesPetits) {
   }
 }
 
-TEST(Primalite, LesNegatifsNeSontPasPremiers) {
+TEST(Primalite, NegativeIntegersAreNotPrime) {
   EXPECT_FALSE(est_premier(NTL::ZZ{0}));
   EXPECT_FALSE(est_premier(NTL::ZZ{-7}));
   EXPECT_FALSE(est_premier(-(NTL::power2_ZZ(127) - 1)));
@@ -53,7 +53,7 @@ TEST(Primalite, LesNegatifsNeSontPasPremiers) {
 
 // psi_k, the smallest composites that pass Miller-Rabin to the first k primes as bases (OEIS
 // A014233).
-TEST(Primalite, PlusPetitsPseudopremiersForts) {
+TEST(Primalite, SmallestStrongPseudoprimes) {
   for (const char* n : {"2047", "1373653", "25326001", "3215031751", "2152302898747",
                         "3474749660383", "341550071728321", "3825123056546413051",
                         "318665857834031151167461", "3317044064679887385961981"}) {
@@ -62,7 +62,7 @@ TEST(Primalite, PlusPetitsPseudopremiersForts) {
 }
 
 // Strong pseudoprimes to base 2 (OEIS A001262): only the Lucas test stops these.
-TEST(Primalite, PseudopremiersFortsDeBaseDeux) {
+TEST(Primalite, StrongPseudoprimesToBaseTwo) {
   for (const std::uint64_t n : std::initializer_list<std::uint64_t>{
            2047, 3277, 4033, 4681, 8321, 15841, 29341, 42799, 49141, 52633, 65281, 74665, 80581,
            85489, 88357, 90751}) {
@@ -72,7 +72,7 @@ TEST(Primalite, PseudopremiersFortsDeBaseDeux) {
 
 // Strong Lucas pseudoprimes (OEIS A217255) and extra strong ones (OEIS A217719): only base 2 stops
 // these.
-TEST(Primalite, PseudopremiersDeLucas) {
+TEST(Primalite, LucasPseudoprimes) {
   for (const std::uint64_t n : std::initializer_list<std::uint64_t>{
            5459, 5777, 10877, 16109, 18971, 22499, 24569, 25199, 40309, 58519, 75077, 97439}) {
     EXPECT_FALSE(est_premier(n)) << n;
@@ -83,7 +83,7 @@ TEST(Primalite, PseudopremiersDeLucas) {
   }
 }
 
-TEST(Primalite, NombresDeCarmichael) {
+TEST(Primalite, CarmichaelNumbers) {
   for (const std::uint64_t n :
        std::initializer_list<std::uint64_t>{561, 1105, 1729, 2465, 2821, 6601, 8911, 10585, 15841,
                                             29341, 41041, 46657, 52633, 62745, 63973, 75361}) {
@@ -100,7 +100,7 @@ TEST(Primalite, NombresDeCarmichael) {
 }
 
 // (k + 1)(r k + 1): strong pseudoprimes to several bases abound among them.
-TEST(Primalite, ProduitsDePremiersLies) {
+TEST(Primalite, ProductsOfRelatedPrimes) {
   std::mt19937_64 g{6};
   for (const std::uint64_t r : std::initializer_list<std::uint64_t>{2, 3, 4, 5, 6, 7, 8}) {
     int vus = 0;
@@ -116,7 +116,7 @@ TEST(Primalite, ProduitsDePremiersLies) {
 
 // The largest primes below 2^64 (OEIS A013603 and C. Caldwell's lists of primes just below 2^n):
 // 2^64 - k.
-TEST(Primalite, PlusGrandsPremiersSous2Puissance64) {
+TEST(Primalite, LargestPrimesBelowTwoToThe64) {
   const std::vector<std::uint64_t> ecarts{59, 83, 95, 179, 189, 257, 279, 323, 353, 363};
   std::size_t vus = 0;
   for (std::uint64_t k = 1; k <= ecarts.back(); ++k) {
@@ -126,7 +126,7 @@ TEST(Primalite, PlusGrandsPremiersSous2Puissance64) {
   }
 }
 
-TEST(Primalite, CarresEtCubesJusquAuBord) {
+TEST(Primalite, SquaresAndCubesUpToTheLimit) {
   for (std::uint64_t p = 4294967291; p > 4294967291 - 3000; p -= 2) {
     EXPECT_FALSE(est_premier(p * p)) << p;
   }
@@ -137,7 +137,7 @@ TEST(Primalite, CarresEtCubesJusquAuBord) {
   EXPECT_FALSE(est_premier(p * p));
 }
 
-TEST(Primalite, AuTourDe2Puissance64EtDe2Puissance128) {
+TEST(Primalite, AroundTwoToThe64AndTwoToThe128) {
   NTL::ZZ n = NTL::power2_ZZ(64) - 2000;
   for (int i = 0; i < 4000; ++i, n += 1) ASSERT_EQ(est_premier(n), juge(n)) << i;
   n = NTL::power2_ZZ(128) - 2000;
@@ -146,7 +146,7 @@ TEST(Primalite, AuTourDe2Puissance64EtDe2Puissance128) {
   for (int i = 0; i < 2000; ++i, n += 1) ASSERT_EQ(est_premier(n), juge(n)) << i;
 }
 
-TEST(Primalite, AuHasardCommeNtl) {
+TEST(Primalite, RandomIntegersAsByNtl) {
   std::mt19937_64 g{7};
   for (int i = 0; i < 20000; ++i) {
     const std::uint64_t n = (g() >> (g() % 60)) | 1;
@@ -162,7 +162,7 @@ TEST(Primalite, AuHasardCommeNtl) {
 }
 
 // Mersenne numbers: prime exponents from 2 to 607 (G. Woltman and others, list of Mersenne primes).
-TEST(Primalite, NombresDeMersenne) {
+TEST(Primalite, MersenneNumbers) {
   const std::vector<long> exposants{2, 3, 5, 7, 13, 17, 19, 31, 61, 89, 107, 127, 521, 607};
   std::size_t vus = 0;
   for (long e = 2; e <= 607; ++e) {
@@ -175,7 +175,7 @@ TEST(Primalite, NombresDeMersenne) {
 // F. Arnault's composite of 397 digits passes Miller-Rabin to all bases below 307; here the idea in
 // small: 1195068768795265792518361315725116351898245581 (F. Arnault, "Rabin-Miller primality test:
 // composite numbers which pass it", Mathematics of Computation 64, 1995; to the bases up to 31).
-TEST(Primalite, ComposeDArnault) {
+TEST(Primalite, ArnaultsComposite) {
   const NTL::ZZ n = zz("1195068768795265792518361315725116351898245581");
   EXPECT_EQ(n % zz("24444516448431392447461"), 0);
   EXPECT_FALSE(est_premier(n));
