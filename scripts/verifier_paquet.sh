@@ -12,6 +12,7 @@ source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/outils.sh"
 rate() { abandonner 1 "paquet: $*"; }
 en_root() { if ((EUID == 0)); then "$@"; else sudo "$@"; fi; }
 
+commit=$(git -C "$racine" rev-parse HEAD) # whatever is committed meanwhile
 travail=$(mktemp -d)
 chmod 755 "$travail" # apt's helpers read there
 installe=non
@@ -25,7 +26,7 @@ trap nettoyer EXIT
 empaqueter() {
   local sources=$travail/$1/premiers batis=$travail/$1/batis
   mkdir -p -- "$sources" "$batis"
-  git -C "$racine" archive HEAD | tar -x -C "$sources"
+  git -C "$racine" archive "$commit" | tar -x -C "$sources"
   cmake -S "$sources" -B "$batis" -G Ninja -DCMAKE_BUILD_TYPE=Release -DPREMIERS_TESTS=OFF
   cmake --build "$batis"
   (cd -- "$batis" && cpack --config CPackConfig.cmake && cpack --config CPackSourceConfig.cmake)
@@ -42,7 +43,7 @@ pareil() {
 
 # Every file of the commit is in the tarball, and no other.
 verifier_sources() {
-  diff <(git -C "$racine" ls-tree -r --name-only HEAD | sort) \
+  diff <(git -C "$racine" ls-tree -r --name-only "$commit" | sort) \
     <(tar -tzf "$1" | grep -v '/$' | sed 's,^[^/]*/,,' | sort) ||
     rate "the tarball does not hold the files of the commit"
 }
