@@ -27,7 +27,7 @@ constexpr std::uint64_t plus_petit_bloc = 1024;
 /// The largest, 31 million integers: sieved within some milliseconds.
 constexpr std::uint64_t plus_grand_bloc = std::uint64_t{1} << 20;
 
-/// A mark for so many ranks: some forty lines, about two bytes for every thousand of the table.
+/// A mark for so many ranks: some forty lines, three bytes for every thousand of the table.
 constexpr std::int64_t pas_repere = 1 << 12;
 
 /// The bits of a word that stand for integers <= v, v counted from the first integer of the word.
@@ -75,8 +75,8 @@ void Table::cribler_un_bloc(std::uint64_t voulu) {
   const std::uint64_t octet = octets_cribles();
   if (!crible_) crible_.emplace(octet, Crible::octet_max);
   const std::uint64_t souhait = std::max(octet / part_d_avance, std::max(voulu, octet) - octet);
-  const std::size_t lignes =
-      std::clamp(souhait, plus_petit_bloc, plus_grand_bloc) / octets_par_ligne;
+  const std::uint64_t taille = std::clamp(souhait, plus_petit_bloc, plus_grand_bloc);
+  const std::size_t lignes = (taille + octets_par_ligne - 1) / octets_par_ligne;
   const std::size_t reperes = reperes_.size();
   Bloc& bloc = blocs_.emplace_back(Bloc{octet, lignes, rangs_cribles_, 0, nullptr, nullptr});
   try {
@@ -126,8 +126,7 @@ Table::Place Table::ligne_du_rang(std::int64_t rang) const {
     place.ligne += static_cast<std::uint32_t>(ecart * reste / pas_repere);
     precharger(&blocs_[place.bloc].bits[place.ligne]);
   }
-  for (; blocs_[place.bloc].rang + blocs_[place.bloc].premiers < rang; place.ligne = 0)
-    ++place.bloc;
+  while (blocs_[place.bloc].rang + blocs_[place.bloc].premiers < rang) place = {place.bloc + 1, 0};
   const Bloc& bloc = blocs_[place.bloc];
   const std::int64_t n = rang - bloc.rang;
   while (bloc.avant[place.ligne] >= n) --place.ligne;
