@@ -38,6 +38,9 @@ CIBLES = {
     "script": ["premiers"],
 }
 
+# Seconds that one test may take; a session that has lost its way asks its last question for ever.
+PATIENCE = {"golden": 8, "differentiel": 60, "unit": 60, "script": 300}
+
 # (what it is, file, text, text with the fault)
 NOMMEES = [
     # The table of growth, row by row.
@@ -250,7 +253,7 @@ class Banc:
         return subprocess.run(["nice", "ninja", "-C", self.build, *cibles], check=False,
                               capture_output=True, text=True).returncode == 0
 
-    def essais(self, etiquette, limite=60):
+    def essais(self, etiquette, limite):
         """The first test of that label that fails, or None."""
         r = subprocess.run(["nice", "ctest", "-L", etiquette, "--stop-on-failure", "--timeout",
                             str(limite), "-j", "2"], cwd=self.build, check=False,
@@ -269,7 +272,7 @@ class Banc:
             for etiquette in self.etiquettes:
                 if not self.construire(*CIBLES[etiquette]):
                     return "compiler"
-                echec = self.essais(etiquette)
+                echec = self.essais(etiquette, PATIENCE[etiquette])
                 if echec:
                     return echec
             return None
