@@ -92,9 +92,9 @@ bool accepte(Etat& etat, Cas cas, std::string_view mot) {
     case Cas::commande:
       return accepte_commande(etat, mot);
     case Cas::grand_nombre:
-      return accepte_grand_nombre(etat, mot);
+      break;
   }
-  return false;
+  return accepte_grand_nombre(etat, mot);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 #include "features/premier.h"
 
 #include <algorithm>
-#include <new>
 #include <string_view>
 
 #include "console/controle.h"
@@ -122,15 +121,10 @@ void payer_la_dette(Session& s) {
   Etat& etat = s.etat;
   const auto borne = static_cast<std::int64_t>(etat.dette.borne_due);
   if (tient_en_memoire(s, etat.Nprem.octets_jusqu_au_dela(borne), texte::dette_trop_grande)) {
-    try {
-      payer(etat.dette, etat.Nprem, suivre(s, texte::calcul));
-      return;
-    } catch (const std::bad_alloc&) {
-      s.sortie.vider();
-      s.monde.avertir(texte::dette_trop_grande);
-    }
+    payer(etat.dette, etat.Nprem, suivre(s, texte::calcul));
+  } else {
+    etat.dette = {};
   }
-  etat.dette = {};
 }
 
 /// Extends the table as far as the command needs: to rank K, or to the first prime above -K.

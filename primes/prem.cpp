@@ -17,11 +17,12 @@ namespace premiers {
 
 namespace {
 
-/// The sieved bytes up to `plus_grand_diviseur` and a little beyond: 333 KB, made when first
+/// The sieved bytes up to `plus_grand_diviseur` and to a prime beyond: 333 KB, made when first
 /// needed.
 const std::vector<std::uint8_t>& diviseurs() {
   static const std::vector<std::uint8_t> octets = [] {
-    std::vector<std::uint8_t> o(plus_grand_diviseur / 30 + 1);
+    static_assert(plus_grand_diviseur <= 10'000'000, "gaps up to there are 154 at most");
+    std::vector<std::uint8_t> o(plus_grand_diviseur / 30 + 7);
     Crible(0, o.size()).remplir(o);
     return o;
   }();
@@ -34,14 +35,13 @@ std::optional<std::uint64_t> petit_facteur(const NTL::ZZ& S) {
     if (NTL::divide(S, p) != 0) return static_cast<std::uint64_t>(p);
   }
   const auto& octets = diviseurs();
-  for (std::size_t o = 0; o < octets.size(); ++o) {
+  for (std::size_t o = 0;; ++o) {
     for (unsigned bits = octets[o]; bits != 0; bits &= bits - 1) {
       const auto p = 30 * o + residus[static_cast<std::size_t>(std::countr_zero(bits))];
       if (p > plus_grand_diviseur) return std::nullopt;
       if (NTL::divide(S, static_cast<long>(p)) != 0) return p;
     }
   }
-  return std::nullopt;
 }
 
 /// The smallest prime factor of a composite S below 2^66.

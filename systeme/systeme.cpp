@@ -5,7 +5,14 @@
 #include <limits>
 #include <memory>
 
-#if defined(__unix__) || defined(__APPLE__)
+// PREMIERS_SANS_POSIX: the tests build the portable way as well.
+#if (defined(__unix__) || defined(__APPLE__)) && !defined(PREMIERS_SANS_POSIX)
+#define PREMIERS_POSIX 1
+#else
+#define PREMIERS_POSIX 0
+#endif
+
+#if PREMIERS_POSIX
 #include <poll.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -22,7 +29,7 @@
 
 namespace premiers::systeme {
 
-#if defined(__unix__) || defined(__APPLE__)
+#if PREMIERS_POSIX
 
 namespace {
 
@@ -67,12 +74,13 @@ std::optional<std::uint64_t> lire_nombre(const std::string& fichier, std::string
   return std::nullopt;
 }
 
+std::uint64_t taille_de_page() { return static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)); }
+
+/// What is available of the physical memory; all of it where the system does not tell.
 std::uint64_t memoire_de_la_machine() {
-  if (const auto kio = lire_nombre("/proc/meminfo", "MemAvailable:")) return *kio * 1024;
-  const long pages = sysconf(_SC_PHYS_PAGES);
-  const long taille = sysconf(_SC_PAGESIZE);
-  if (pages <= 0 || taille <= 0) return sans_limite;
-  return static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(taille);
+  const auto toute = static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) * taille_de_page();
+  const auto disponible = lire_nombre("/proc/meminfo", "MemAvailable:");
+  return disponible ? *disponible * 1024 : toute;
 }
 
 /// What a control group leaves; cached files count as free, the system gives them up first.
@@ -91,9 +99,7 @@ std::uint64_t espace_d_adressage() {
   rlimit limite{};
   if (getrlimit(RLIMIT_AS, &limite) != 0 || limite.rlim_cur == RLIM_INFINITY) return sans_limite;
   const std::uint64_t pages = lire_nombre("/proc/self/statm").value_or(0);
-  const long taille = sysconf(_SC_PAGESIZE);
-  return difference_ou_zero(limite.rlim_cur,
-                            pages * static_cast<std::uint64_t>(std::max(taille, 0L)));
+  return difference_ou_zero(limite.rlim_cur, pages * taille_de_page());
 }
 
 /// What the timer calls. The one variable of the program that is global: a signal handler is
@@ -168,7 +174,7 @@ std::uint64_t memoire_libre() {
 void peupler([[maybe_unused]] std::span<std::byte> octets) {
 #if defined(MADV_POPULATE_WRITE)
   // Whole pages only: what begins before the bytes or ends after them is not ours to touch.
-  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  const std::size_t page = taille_de_page();
   void* debut = octets.data();
   std::size_t reste = octets.size();
   if (std::align(page, page, debut, reste) == nullptr) return;
@@ -195,9 +201,13 @@ Minuterie::~Minuterie() {
 
 /// Line by line: the C library cannot tell whether a read would wait.
 std::size_t lire_entree(std::span<char> place) {
-  return std::fgets(place.data(), static_cast<int>(place.size()), stdin) == nullptr
-             ? 0
-             : std::string_view(place.data()).size();
+  std::size_t n = 0;
+  while (n < place.size() && (n == 0 || place[n - 1] != '\n')) {
+    const int octet = std::getchar();
+    if (octet == EOF) break;
+    place[n++] = static_cast<char>(octet);
+  }
+  return n;
 }
 
 bool entree_prete() { return false; }

@@ -114,9 +114,8 @@ Devis dresser(const Plan& plan) {
 
 // The reciprocals of the primes by rank. (w + 0.5) / r lies at least 0.5 / r from any integer, and
 // a product with the rounded reciprocal is off by less than w / r * 2^-52: the truncated product is
-// floor(w / r) for all w < 2^51.
-constexpr std::uint64_t borne_inverses = std::uint64_t{1} << 51;
-
+// floor(w / r) for all w < 2^51. No w is larger: w = x / q with q^3 > x / y (there is no r <= y
+// otherwise), so w^3 < x^2 y <= 64 x^(7/3) < 2^153.
 std::vector<double> inverser(const std::vector<std::uint32_t>& premiers) {
   std::vector<double> inverses(premiers.size());
   for (std::size_t i = 1; i < premiers.size(); ++i) inverses[i] = 1.0 / premiers[i];
@@ -133,13 +132,9 @@ std::vector<double> inverser(const std::vector<std::uint32_t>& premiers) {
   const auto arret = static_cast<std::uint32_t>(
       std::clamp<std::uint64_t>(plan.pi(borne), rangee.bas, rangee.haut));
   std::uint64_t somme = 0;
-  if (w < borne_inverses) {
-    const double w_reel = static_cast<double>(w) + 0.5;
-    for (std::uint32_t i = rangee.haut; i > arret; --i) {
-      somme += fenetre(static_cast<std::uint64_t>(static_cast<std::int64_t>(w_reel * inverses[i])));
-    }
-  } else {
-    for (std::uint32_t i = rangee.haut; i > arret; --i) somme += fenetre(w / plan.premiers[i]);
+  const double w_reel = static_cast<double>(w) + 0.5;
+  for (std::uint32_t i = rangee.haut; i > arret; --i) {
+    somme += fenetre(static_cast<std::uint64_t>(static_cast<std::int64_t>(w_reel * inverses[i])));
   }
   rangee.haut = arret;
   return rangee.poids * somme;

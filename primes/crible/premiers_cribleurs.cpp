@@ -45,8 +45,6 @@ constexpr std::uint64_t octet_max = (std::uint64_t{1} << 32) / 30 + 1;
 
 PremiersCribleurs::PremiersCribleurs() = default;
 PremiersCribleurs::~PremiersCribleurs() = default;
-PremiersCribleurs::PremiersCribleurs(PremiersCribleurs&&) noexcept = default;
-PremiersCribleurs& PremiersCribleurs::operator=(PremiersCribleurs&&) noexcept = default;
 
 std::span<const std::uint8_t> PremiersCribleurs::suivants(std::uint64_t octet_fin) {
   if (octet >= octet_fin) return {};

@@ -20,8 +20,6 @@ struct Crible;
 struct PremiersCribleurs {
   PremiersCribleurs();
   ~PremiersCribleurs();
-  PremiersCribleurs(PremiersCribleurs&&) noexcept;
-  PremiersCribleurs& operator=(PremiersCribleurs&&) noexcept;
 
   /// The flags of the next bytes, at least one and none at or after byte `octet_fin`; empty if all
   /// these have been handed out. octet_fin <= 2^32 / 30 + 1. The span holds until the next call.

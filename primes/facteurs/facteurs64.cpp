@@ -38,14 +38,11 @@ constexpr std::size_t nombre_diviseurs = 304;
 constexpr auto diviseurs = table_diviseurs<nombre_diviseurs>();
 constexpr std::uint64_t borne_diviseurs = diviseurs.back().p;
 
-/// How many curves are tried before rho: enough that it is hardly ever needed.
-constexpr unsigned courbes_maximum = 160;
-
 /// A proper factor of the odd composite n, which has no factor below borne_diviseurs.
-std::uint64_t diviser(std::uint64_t n) {
+std::uint64_t diviser(std::uint64_t n, unsigned courbes) {
   const std::uint64_t r = racine_carree(n);
   if (r * r == n) return r;
-  if (const auto f = facteur_ecm(n, courbes_maximum)) return bas(*f);
+  if (const auto f = facteur_ecm(n, courbes)) return bas(*f);
   return facteur_rho(Montgomery64{n});
 }
 
@@ -84,23 +81,23 @@ std::uint64_t diviser_par_les_petits(Facteurs64& f, std::uint64_t n) {
 }
 
 /// Notes the prime factors of n > 1, which has none below borne_diviseurs.
-void decomposer(Facteurs64& f, std::uint64_t n) {
+void decomposer(Facteurs64& f, std::uint64_t n, unsigned courbes) {
   if (n < borne_diviseurs * borne_diviseurs || est_premier(n)) return noter(f, n, 1);
-  const std::uint64_t d = diviser(n);
-  decomposer(f, d);
-  decomposer(f, n / d);
+  const std::uint64_t d = diviser(n, courbes);
+  decomposer(f, d, courbes);
+  decomposer(f, n / d, courbes);
 }
 
 }  // namespace
 
-Facteurs64 facteurs(std::uint64_t n) {
+Facteurs64 facteurs(std::uint64_t n, unsigned courbes) {
   Facteurs64 f;
   if (n < 2) return f;
   const int deux = std::countr_zero(n);
   if (deux > 0) noter(f, 2, static_cast<unsigned>(deux));
   n >>= deux;
   n = diviser_par_les_petits(f, n);
-  if (n > 1) decomposer(f, n);
+  if (n > 1) decomposer(f, n, courbes);
   return f;
 }
 

@@ -16,6 +16,7 @@
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/compte/compte.h"
 #include "primes/crible/crible_grand.h"
 
 namespace premiers {
@@ -285,6 +286,14 @@ TEST(Crible, TheWholeIsTheSumOfItsParts) {
   const std::uint64_t milieu = a + 11111111;
   EXPECT_EQ(compter_par_crible(a, b),
             compter_par_crible(a, milieu) + compter_par_crible(milieu + 1, b));
+}
+
+// A window of three rounds: the later ones are filled while the earlier ones are emptied. Its count
+// comes from another method as well, the one that sieves no window.
+TEST(Crible, RoundsOfLargePrimesFollowOnOneAnother) {
+  const std::uint64_t a = dix(13);
+  const std::uint64_t b = a + 600'000'000;
+  EXPECT_EQ(compter_par_crible(a, b), nombre_premiers(b) - nombre_premiers(a - 1));
 }
 
 TEST(Crible, ACeilingLeavesTheNumbersWithoutASmallFactor) {

@@ -43,6 +43,16 @@ TEST(DecadesGlissantes, AgreesWithTheTableWhereverItIsAsked) {
   }
 }
 
+TEST(DecadesGlissantes, FollowsAnAskerWhoJumpsOverWholeWindows) {
+  constexpr std::uint64_t derniere = 30'000'000;
+  const Decades table(10 * derniere + 9);
+  DecadesGlissantes glissantes(derniere);
+  for (std::uint64_t d = 1; d <= derniere; d = 3 * d + 1) {
+    ASSERT_EQ(glissantes.demander(d, {}), table[d]) << d;
+    ASSERT_EQ(glissantes.demander(d + 1, {}), table[d + 1]) << d;
+  }
+}
+
 TEST(DecadesGlissantes, SurvivesAnAbandonedSieve) {
   struct Assez {};
   DecadesGlissantes glissantes(1'000'000'000'000);

@@ -215,6 +215,19 @@ TEST(Rho, FindsAProperFactor) {
   }
 }
 
+TEST(Rho, StandsInForAllCurves) {
+  std::mt19937_64 g{16};
+  for (int bits = 12; bits <= 24; ++bits) {
+    for (int i = 0; i < 20; ++i) {
+      const std::uint64_t p = premier_au_hasard(g, bits);
+      const std::uint64_t q = premier_au_hasard(g, 40 - bits);
+      const Facteurs64 f = facteurs(p * p * q, 0);
+      ASSERT_EQ(f.nombre, p == q ? 1U : 2U) << p << ' ' << q;
+      ASSERT_EQ(f[p > q ? 1 : 0], (Puissance{p, p == q ? 3U : 2U})) << p << ' ' << q;
+    }
+  }
+}
+
 // Each step of every chain adds two slots whose difference is in the third; the prefix for b1 has
 // to multiply by 12 lcm(1..b1). Checked with the integers modulo a prime in place of the curve.
 TEST(Ecm, ChainsMultiplyByTheLeastCommonMultiple) {
