@@ -26,9 +26,7 @@
 
 #include "systeme/systeme.h"
 
-// Last: it defines macros with common names. Its small functions are called, not inlined: none is
-// worth it here, and the places in its own sources that they name would confuse gcov.
-#define DISABLE_INLINE
+// Last: it defines macros with common names.
 #include <pari/pari.h>
 
 namespace premiers::pari {
