@@ -92,9 +92,9 @@ bool accepte(Etat& etat, Cas cas, std::string_view mot) {
     case Cas::commande:
       return accepte_commande(etat, mot);
     case Cas::grand_nombre:
-      break;
+      return accepte_grand_nombre(etat, mot);
   }
-  return accepte_grand_nombre(etat, mot);
+  __builtin_unreachable();
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 #include "console/monde.h"
 
 #include <chrono>
-#include <string>
 #include <thread>
 
+#include "console/ligne.h"
 #include "systeme/systeme.h"
 
 namespace premiers {
@@ -33,7 +33,9 @@ Monde monde_standard() {
 }
 
 void dire_erreur(std::string_view ligne) {
-  systeme::ecrire_erreur("premiers: " + std::string(ligne) + "\n");
+  Ligne texte;
+  texte << "premiers: " << ligne << "\n";
+  systeme::ecrire_erreur(texte.texte());
 }
 
 }  // namespace premiers

@@ -2,13 +2,12 @@
 #include "console/suivre.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
-#include <charconv>
 #include <chrono>
 #include <memory>
 #include <optional>
 
+#include "console/ligne.h"
 #include "systeme/systeme.h"
 
 namespace premiers {
@@ -22,26 +21,6 @@ using std::chrono::seconds;
 /// How long work lasts before it is told of, and how often it is told.
 constexpr seconds patience{2};
 constexpr int periode_ms = 200;
-
-/// A line of text of bounded length, put together without memory of the heap: a signal handler
-/// writes it.
-struct Ligne {
-  Ligne& operator<<(std::string_view texte) {
-    const std::size_t n = texte.copy(octets.data() + longueur, octets.size() - longueur);
-    longueur += n;
-    return *this;
-  }
-  Ligne& operator<<(std::int64_t nombre) {
-    char* debut = octets.data() + longueur;
-    const auto fin = std::to_chars(debut, octets.data() + octets.size(), nombre);
-    if (fin.ec == std::errc{}) longueur = static_cast<std::size_t>(fin.ptr - octets.data());
-    return *this;
-  }
-  std::string_view texte() const { return {octets.data(), longueur}; }
-
-  std::array<char, 78> octets{};
-  std::size_t longueur = 0;
-};
 
 /// The line that shows life, from the moment the work began.
 struct Temoin {

@@ -76,7 +76,8 @@ std::optional<std::uint64_t> lire_nombre(const std::string& fichier, std::string
 
 std::uint64_t taille_de_page() { return static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)); }
 
-/// What is available of the physical memory; all of it where the system does not tell.
+/// What is available of the physical memory; all of it where the system does not tell, no limit
+/// where it does not tell that either (-1 pages).
 std::uint64_t memoire_de_la_machine() {
   const auto toute = static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) * taille_de_page();
   const auto disponible = lire_nombre("/proc/meminfo", "MemAvailable:");
@@ -199,7 +200,8 @@ Minuterie::~Minuterie() {
 
 #else
 
-/// Line by line: the C library cannot tell whether a read would wait.
+/// Line by line: the C library cannot tell whether a read would wait. A line that the end of input
+/// cuts short comes first, the end then; after it a terminal may go on.
 std::size_t lire_entree(std::span<char> place) {
   std::size_t n = 0;
   while (n < place.size() && (n == 0 || place[n - 1] != '\n')) {
@@ -207,6 +209,7 @@ std::size_t lire_entree(std::span<char> place) {
     if (octet == EOF) break;
     place[n++] = static_cast<char>(octet);
   }
+  if (n == 0) std::clearerr(stdin);
   return n;
 }
 

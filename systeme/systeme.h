@@ -31,6 +31,7 @@ bool erreur_est_un_terminal();
 
 /// How many more bytes the process can be given: the least of what the machine has available, what
 /// its control groups leave, and what its limit of address space leaves. Asked anew at each call.
+/// Without POSIX nothing is known: 2^64 - 1.
 std::uint64_t memoire_libre();
 
 /// What the control group of the process and those above it leave, of either version; 2^64 - 1 where

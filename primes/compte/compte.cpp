@@ -36,7 +36,7 @@ constexpr std::uint64_t borne_lucy = 20'000'000;
 
 // Effect: a larger y makes P2 cheaper and the hard leaves more. y = alpha cbrt(x) with the alpha
 // that timed best: 2.5 at 10^10, 4.5 at 10^12, 9 at 10^14, 16 at 10^16, 27 at 10^18; flat within 30
-// %. Below 2^63 it is 36 at most; Plan wants no more than 64.
+// %. Below 2^63 it stays under 37; Plan takes up to 64.
 std::uint64_t choisir_y(std::uint64_t x) {
   const auto reel = static_cast<double>(x);
   const double alpha = std::max(2.0, 4.5 * std::pow(reel / 1e12, 0.13));

@@ -114,8 +114,9 @@ Devis dresser(const Plan& plan) {
 
 // The reciprocals of the primes by rank. (w + 0.5) / r lies at least 0.5 / r from any integer, and
 // a product with the rounded reciprocal is off by less than w / r * 2^-52: the truncated product is
-// floor(w / r) for all w < 2^51. No w is larger: w = x / q with q^3 > x / y (there is no r <= y
-// otherwise), so w^3 < x^2 y <= 64 x^(7/3) < 2^153.
+// floor(w / r) for all w < 2^51. No w is larger: where m = r, w = x / q with q^3 > x / y (there is
+// no r <= y otherwise), so w^3 < x^2 y <= 64 x^(7/3) < 2^153; where m = r1 r2, w is x / q / r1 with
+// r1 > 23 and q^3 > x / z, z < 13 y, which is less.
 std::vector<double> inverser(const std::vector<std::uint32_t>& premiers) {
   std::vector<double> inverses(premiers.size());
   for (std::size_t i = 1; i < premiers.size(); ++i) inverses[i] = 1.0 / premiers[i];

@@ -38,6 +38,9 @@ constexpr std::size_t nombre_diviseurs = 304;
 constexpr auto diviseurs = table_diviseurs<nombre_diviseurs>();
 constexpr std::uint64_t borne_diviseurs = diviseurs.back().p;
 
+/// How many curves are tried before rho: enough that it is hardly ever needed.
+constexpr unsigned courbes_maximum = 160;
+
 /// A proper factor of the odd composite n, which has no factor below borne_diviseurs.
 std::uint64_t diviser(std::uint64_t n, unsigned courbes) {
   const std::uint64_t r = racine_carree(n);
@@ -88,8 +91,6 @@ void decomposer(Facteurs64& f, std::uint64_t n, unsigned courbes) {
   decomposer(f, n / d, courbes);
 }
 
-}  // namespace
-
 Facteurs64 facteurs(std::uint64_t n, unsigned courbes) {
   Facteurs64 f;
   if (n < 2) return f;
@@ -100,6 +101,12 @@ Facteurs64 facteurs(std::uint64_t n, unsigned courbes) {
   if (n > 1) decomposer(f, n, courbes);
   return f;
 }
+
+}  // namespace
+
+Facteurs64 facteurs(std::uint64_t n) { return facteurs(n, courbes_maximum); }
+
+Facteurs64 facteurs_sans_courbes(std::uint64_t n) { return facteurs(n, 0); }
 
 std::uint64_t plus_petit_facteur(std::uint64_t n) {
   if (n < 2) return n;

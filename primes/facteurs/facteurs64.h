@@ -26,12 +26,11 @@ struct Facteurs64 {
   const Puissance& operator[](std::size_t i) const { return puissances[i]; }
 };
 
-/// How many elliptic curves are tried before Pollard's rho: enough that it is hardly ever needed.
-inline constexpr unsigned courbes_avant_rho = 160;
+/// All prime factors of n, with certainty, for every n. Empty for 0 and 1.
+Facteurs64 facteurs(std::uint64_t n);
 
-/// All prime factors of n, with certainty, for every n. Empty for 0 and 1. (The tests ask for no
-/// curves at all.)
-Facteurs64 facteurs(std::uint64_t n, unsigned courbes = courbes_avant_rho);
+/// The same as if all elliptic curves failed: so slow that only tests want it.
+Facteurs64 facteurs_sans_courbes(std::uint64_t n);
 
 /// The smallest prime factor of n: n itself when n is prime. 0 and 1 are given back as they are.
 std::uint64_t plus_petit_facteur(std::uint64_t n);

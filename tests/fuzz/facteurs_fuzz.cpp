@@ -19,9 +19,12 @@ namespace {
 
 using NTL::ZZ;
 
-/// Parts stay short, so that every number is decomposed within a second, sanitizers and all.
-constexpr std::size_t octets_d_une_part = 6;
-constexpr long bits_max = 320;
+/// Every number is to be decomposed within a second, sanitizers and all: short parts make long
+/// products, and long parts, which want the quadratic sieve, shorter ones.
+constexpr std::size_t octets_d_une_part = 9;
+constexpr std::size_t octets_d_une_part_courte = 6;
+constexpr long bits_de_parts_courtes = 320;
+constexpr long bits_de_parts_longues = 144;
 
 void exiger(bool condition, const char* loi, const ZZ& N) {
   if (condition) return;
@@ -65,6 +68,7 @@ void decomposition(const ZZ& N) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* octets, std::size_t taille) {
   ZZ N(1);
+  long bits_max = bits_de_parts_courtes;
   while (taille > 1) {
     const std::size_t n = std::min(1 + octets[0] % octets_d_une_part, taille - 1);
     const ZZ part = NTL::ZZFromBytes(octets + 1, static_cast<long>(n));
@@ -72,6 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* octets, std::size_t ta
     taille -= n + 1;
     if (part == 0) continue;
     primalite(part);
+    if (n > octets_d_une_part_courte) bits_max = bits_de_parts_longues;
     if (NTL::NumBits(N) + NTL::NumBits(part) > bits_max) break;
     N *= part;
     primalite(N);

@@ -288,8 +288,8 @@ TEST(Crible, TheWholeIsTheSumOfItsParts) {
             compter_par_crible(a, milieu) + compter_par_crible(milieu + 1, b));
 }
 
-// A window of three rounds: the later ones are filled while the earlier ones are emptied. Its count
-// comes from another method as well, the one that sieves no window.
+// A window of three rounds: the later ones take the memory that the earlier ones give back. Its
+// count comes from another method as well, the one that sieves no window.
 TEST(Crible, RoundsOfLargePrimesFollowOnOneAnother) {
   const std::uint64_t a = dix(13);
   const std::uint64_t b = a + 600'000'000;

@@ -221,7 +221,7 @@ TEST(Rho, StandsInForAllCurves) {
     for (int i = 0; i < 20; ++i) {
       const std::uint64_t p = premier_au_hasard(g, bits);
       const std::uint64_t q = premier_au_hasard(g, 40 - bits);
-      const Facteurs64 f = facteurs(p * p * q, 0);
+      const Facteurs64 f = facteurs_sans_courbes(p * p * q);
       ASSERT_EQ(f.nombre, p == q ? 1U : 2U) << p << ' ' << q;
       ASSERT_EQ(f[p > q ? 1 : 0], (Puissance{p, p == q ? 3U : 2U})) << p << ' ' << q;
     }
