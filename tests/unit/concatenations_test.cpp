@@ -254,6 +254,21 @@ TEST(Concatenations, GrowthBeyondTheExactBound) {
   }
 }
 
+// 19 digits are the most whose ways are counted in 64 bits; 20 are counted without a limit.
+TEST(Concatenations, NumbersAroundNineteenDigitsAgreeWithTheLiteralSearch) {
+  std::mt19937_64 hasard(19);
+  const auto prem = [](const ZZ& S) { return S > 1 && NTL::ProbPrime(S, 20) != 0; };
+  for (int i = 0; i < 60; ++i) {
+    const std::size_t longueur = 18 + static_cast<std::size_t>(i % 3);
+    std::string chiffres(1, "14689"[hasard() % 5]);  // no prime: entries are carried over
+    while (chiffres.size() < longueur) chiffres += "0123456789014680"[hasard() % 16];
+    const ZZ debut = NTL::conv<ZZ>(chiffres.c_str());
+    const ZZ fin = debut + static_cast<long>(hasard() % 60);
+    const Liste attendue = chercher_litteralement(debut, fin, i % 4 == 3, prem);
+    EXPECT_EQ(chercher(debut, fin, i % 4 == 3).liste, attendue) << chiffres;
+  }
+}
+
 TEST(Concatenations, WaysBeyond64BitsAreCountedExactly) {
   // 7 and 3 in turn: with 73, 37, 373 ... there are more ways than 2^64. The sum runs forward here,
   // over primes decided by NTL.
