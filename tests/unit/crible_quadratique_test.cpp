@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <sstream>
 #include <stdexcept>
@@ -211,6 +212,25 @@ TEST(CribleQuadratiqueBase, HasSquareRootsOfKnAndMissesNoPrime) {
     }
     EXPECT_EQ(carres, compte);
   }
+}
+
+TEST(CribleQuadratiqueBase, HoldsTheOddPrimesOfTheMultiplier) {
+  NTL::SetSeed(NTL::ZZ(8));
+  int premiers_multiplicateurs = 0;
+  for (int i = 0; i < 40; ++i) {
+    const quadratique::Base base = quadratique::construire_base(produit_de_deux(60, 60), 200);
+    const std::uint32_t k = base.multiplicateur;
+    std::vector<std::uint32_t> attendus;
+    for (std::uint32_t p = 3; p <= k; p += 2) {
+      if (k % p == 0 && NTL::ProbPrime(static_cast<long>(p))) attendus.push_back(p);
+    }
+    const std::vector<std::uint32_t> trouves(
+        base.premier.begin() + 2,
+        base.premier.begin() + static_cast<std::ptrdiff_t>(base.ordinaires));
+    EXPECT_EQ(trouves, attendus) << k;
+    premiers_multiplicateurs += attendus.size() == 1 && attendus.front() == k ? 1 : 0;
+  }
+  EXPECT_GT(premiers_multiplicateurs, 0);
 }
 
 TEST(CribleQuadratiquePolynomes, EveryRootOfEveryPolynomialIsOne) {
