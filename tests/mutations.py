@@ -181,7 +181,8 @@ SANS_EFFET = [
     ("primes/facteurs/facteurs_longs.cpp", "for (auto& sigma : s) sigma = 6 + i--;",
      "other curves, the same factors"),
     ("primes/facteurs/preuve.cpp", "const NTL::ZZ D{P + P - 4};",
-     "a base that does not serve is followed by another, a proof by another"),
+     "a base that does not serve is followed by another; no composite number that comes so far is "
+     "known"),
     ("primes/facteurs/rho.h", "if (g != m.n) {",
      "finds the same factor again, or takes another sequence"),
     ("primes/facteurs/ecm.h",
