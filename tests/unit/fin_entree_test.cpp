@@ -47,7 +47,7 @@ std::size_t croissance(std::string_view tape, int combien) {
 }
 
 TEST(FinEntree, ThePromptRepeatsWithoutMemory) {
-  const auto* volatile bloc = new std::string(100, 'x');
+  const auto* volatile bloc = new std::string(100'000, 'x');
   if (const std::size_t avec = tas(); delete bloc, tas() >= avec) GTEST_SKIP() << "uncounted heap";
   for (const std::string_view tape : {"", "1 ", "1 6 ", "2 ", "2 20 * 5 2 50 ", "3 2 9 ", "4 1 "}) {
     EXPECT_EQ(croissance(tape, 100'000), 0U) << tape;
