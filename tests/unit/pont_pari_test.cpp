@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <new>
 #include <string>
@@ -99,24 +100,86 @@ TEST(PontPari, ManyCallsTakeNoMoreMemoryThanFew) {
   EXPECT_LT(plus_haut() - avant, 2000);  // kilobytes
 }
 
-/// Ends the process in the program's way when memory ends.
-[[noreturn]] void prouver_avec(rlim_t octets) {
-  const ZZ p = premier_long();
-  const rlimit limite{octets, octets};
+// ---- Where memory ends ---------------------------------------------------------------------------
+
+constexpr rlim_t mega = rlim_t{1} << 20U;
+
+/// From now on the process may take so many more bytes of address space.
+void limiter(rlim_t de_plus) {
+  std::ifstream tailles{"/proc/self/statm"};
+  rlim_t pages = 0;
+  tailles >> pages;
+  const rlim_t octets = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + de_plus;
+  const rlimit limite{octets, RLIM_INFINITY};
   setrlimit(RLIMIT_AS, &limite);
+}
+
+void ne_plus_limiter() {
+  const rlimit limite{RLIM_INFINITY, RLIM_INFINITY};
+  setrlimit(RLIMIT_AS, &limite);
+}
+
+enum Issue { prouve, refuse, sans_memoire, autre };
+
+Issue prouver(const ZZ& n) {
   try {
-    std::_Exit(pari::est_premier_prouve(p) ? 0 : 1);
+    return pari::est_premier_prouve(n) ? prouve : refuse;
   } catch (const std::bad_alloc&) {
-    std::_Exit(2);
+    return sans_memoire;
+  } catch (...) {
+    return autre;
   }
 }
 
-TEST(PontPariDeathTest, WithoutMemoryItThrowsAndSaysNothing) {
-  if (assaini) GTEST_SKIP() << "the sanitizer needs the address space";
-  GTEST_FLAG_SET(death_test_style, "threadsafe");  // a process in which the library is not started
-  constexpr rlim_t mega = rlim_t{1} << 20U;
-  EXPECT_EXIT(prouver_avec(2000 * mega), testing::ExitedWithCode(0), "^$");
-  EXPECT_EXIT(prouver_avec(30 * mega), testing::ExitedWithCode(2), "^$");
+/// The memory ends before the library has started, which could not bear it.
+[[noreturn]] void demarrer_avec(rlim_t octets) {
+  const ZZ p = premier_long();
+  limiter(octets);
+  std::_Exit(prouver(p));
+}
+
+/// The library starts, with a stack of 14 MB at most; there a number of 8 MB fits, and what its
+/// first power needs does not. Then it goes on. 2^26 - 5 is prime, so 2^(2^26 - 5) - 1 has no small
+/// factor that would answer before.
+[[noreturn]] void deborder_de_la_pile() {
+  const ZZ petit = NTL::power2_ZZ(89) - 1;
+  const ZZ enorme = NTL::power2_ZZ((1L << 26) - 5) - 1;
+  limiter(36 * mega);
+  if (prouver(petit) != prouve) std::_Exit(autre);
+  const Issue issue = prouver(enorme);
+  std::_Exit(prouver(petit) == prouve ? issue : autre);
+}
+
+/// The library starts with as much stack as it likes, and what it takes beside its stack is refused.
+/// Then it goes on.
+[[noreturn]] void manquer_de_memoire() {
+  const ZZ p = premier_long();
+  if (prouver(NTL::power2_ZZ(89) - 1) != prouve) std::_Exit(autre);
+  limiter(0);
+  const Issue issue = prouver(p);
+  ne_plus_limiter();
+  std::_Exit(prouver(p) == prouve ? issue : autre);
+}
+
+/// Each in a process in which the library is not started.
+struct PontPariDeathTest : testing::Test {
+  void SetUp() override {
+    if (assaini) GTEST_SKIP() << "the sanitizer needs the address space";
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+  }
+};
+
+TEST_F(PontPariDeathTest, WithoutMemoryItDoesNotStartAndSaysNothing) {
+  EXPECT_EXIT(demarrer_avec(2000 * mega), testing::ExitedWithCode(prouve), "^$");
+  EXPECT_EXIT(demarrer_avec(30 * mega), testing::ExitedWithCode(sans_memoire), "^$");
+}
+
+TEST_F(PontPariDeathTest, AStackThatEndsIsAnExceptionAndItGoesOn) {
+  EXPECT_EXIT(deborder_de_la_pile(), testing::ExitedWithCode(sans_memoire), "^$");
+}
+
+TEST_F(PontPariDeathTest, MemoryThatEndsInTheLibraryIsAnExceptionAndItGoesOn) {
+  EXPECT_EXIT(manquer_de_memoire(), testing::ExitedWithCode(sans_memoire), "^$");
 }
 
 }  // namespace
