@@ -3,6 +3,7 @@
 // that process alone.
 #pragma once
 
+#include <sys/resource.h>
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -30,6 +31,17 @@ inline void limiter_processeur(std::chrono::milliseconds duree) {
   setitimer(ITIMER_PROF, &limite, nullptr);
 }
 
+/// The calling process, and what it becomes, ends when it has taken much more memory, or written
+/// much longer a file, than any session does: one without end may print without end.
+inline void limiter_place() {
+  constexpr rlim_t octets = rlim_t{1} << 30U;
+  const rlimit limite{octets, octets};
+  setrlimit(RLIMIT_FSIZE, &limite);
+#if !defined(__SANITIZE_ADDRESS__)  // which takes terabytes
+  setrlimit(RLIMIT_AS, &limite);
+#endif
+}
+
 inline Fin attendre(pid_t enfant) {
   int statut = 0;
   while (waitpid(enfant, &statut, 0) < 0) {
@@ -47,6 +59,7 @@ Fin isoler(F f, std::chrono::milliseconds duree) {
   if (enfant < 0) throw std::runtime_error("fork");
   if (enfant > 0) return attendre(enfant);
   limiter_processeur(duree);
+  limiter_place();
   int resultat = 0;
   try {
     resultat = f();

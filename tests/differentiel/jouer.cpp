@@ -4,6 +4,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <exception>
 #include <fstream>
@@ -11,9 +12,9 @@
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
+#include <thread>
 
 #include "app/menu.h"
-#include "tests/differentiel/isoler.h"
 #include "tests/reference/etat.h"
 #include "tests/session_en_memoire.h"
 
@@ -25,7 +26,8 @@ namespace {
 struct FinDeSession {};
 
 constexpr int repetitions_a_la_fin = 3;
-constexpr std::chrono::milliseconds duree_d_un_programme{60'000};
+
+using Horloge = std::chrono::steady_clock;
 
 void cesser_a_la_fin(int repetition) {
   if (repetition == repetitions_a_la_fin) throw FinDeSession();
@@ -43,19 +45,39 @@ std::string lire_fichier(const std::string& nom) {
 }
 
 /// Writes everything in pieces of a few bytes, so that words and blanks are cut anywhere; gives up
-/// where nobody reads any more.
-void verser(int descripteur, std::string_view texte) {
+/// where nobody reads any more, or not in time.
+void verser(int descripteur, std::string_view texte, Horloge::time_point limite) {
+  fcntl(descripteur, F_SETFL, O_NONBLOCK);
   for (std::size_t piece = 1; !texte.empty(); piece = piece % 7 + 1) {
     const ssize_t n = write(descripteur, texte.data(), std::min(piece * 5, texte.size()));
-    if (n < 0) return;
-    texte.remove_prefix(static_cast<std::size_t>(n));
+    if (n < 0 && (errno != EAGAIN || Horloge::now() > limite)) return;
+    if (n < 0) {
+      std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    } else {
+      texte.remove_prefix(static_cast<std::size_t>(n));
+    }
   }
+}
+
+/// How the child ends; at the limit it is killed.
+Fin attendre_jusqu_a(pid_t enfant, Horloge::time_point limite) {
+  siginfo_t info{};
+  while (waitid(P_PID, static_cast<id_t>(enfant), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+         info.si_pid == 0) {
+    if (Horloge::now() > limite) {
+      kill(enfant, SIGKILL);
+      attendre(enfant);
+      return {Fin::trop_long, 0};
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds{200});
+  }
+  return attendre(enfant);
 }
 
 [[noreturn]] void devenir(const std::string& programme, int entree, int sortie) {
   dup2(entree, STDIN_FILENO);
   dup2(sortie, STDOUT_FILENO);
-  limiter_processeur(duree_d_un_programme);
+  limiter_place();
   execl(programme.c_str(), programme.c_str(), static_cast<char*>(nullptr));
   _exit(127);
 }
@@ -93,7 +115,9 @@ bool meme_rendu(const std::string& session) {
 }
 
 Rendu jouer_programme(const std::string& programme, const std::string& session,
-                      Alimentation alimentation, const std::string& dossier) {
+                      Alimentation alimentation, const std::string& dossier,
+                      std::chrono::milliseconds duree) {
+  const auto limite = Horloge::now() + duree;
   const std::string entree = dossier + "/entree";
   const std::string sortie = dossier + "/sortie";
   ecrire_fichier(entree, session);
@@ -113,11 +137,12 @@ Rendu jouer_programme(const std::string& programme, const std::string& session,
   close(tube[0]);
   close(vers);
   if (alimentation == Alimentation::tube) {
-    verser(tube[1], session);
+    verser(tube[1], session, limite);
     close(tube[1]);
   }
   Rendu rendu;
-  const Fin fin = attendre(enfant);
+  const Fin fin = attendre_jusqu_a(enfant, limite);
+  rendu.comment = fin.comment;
   if (fin.comment == Fin::statut) rendu.statut = fin.valeur;
   rendu.sortie = lire_fichier(sortie);
   return rendu;

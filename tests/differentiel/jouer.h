@@ -3,7 +3,10 @@
 // memory or as processes.
 #pragma once
 
+#include <chrono>
 #include <string>
+
+#include "tests/differentiel/isoler.h"
 
 namespace differentiel {
 
@@ -12,6 +15,8 @@ struct Rendu {
   std::string sortie;
   /// The exit status; -1 where the input ended first (in memory), or the process did not exit.
   int statut = -1;
+  /// How a process ended.
+  Fin::Comment comment = Fin::statut;
   friend bool operator==(const Rendu&, const Rendu&) = default;
 };
 
@@ -23,10 +28,10 @@ Rendu jouer_reference(const std::string& session);
 /// How a process gets its input: all at once from a file, or through a pipe in small pieces.
 enum class Alimentation { fichier, tube };
 
-/// Runs a program. Its input and output go through the files `dossier`/entree and /sortie. It gets
-/// 60 seconds of processor time.
+/// Runs a program. Its input and output go through the files `dossier`/entree and /sortie. After so
+/// much time of the clock it is ended: what waits at the end of its input uses no processor.
 Rendu jouer_programme(const std::string& programme, const std::string& session, Alimentation,
-                      const std::string& dossier);
+                      const std::string& dossier, std::chrono::milliseconds duree);
 
 /// Both sides in memory show the same.
 bool meme_rendu(const std::string& session);

@@ -7,7 +7,8 @@
 //   differentiel --programmes PREMIERS REFERENCE --processus 300     through the real executables
 //   differentiel --tous 20000 --grands 3000 --arrondi                np after one decision
 //
-// A session that differs is reported in its shortest form. The exit status is 0 if none did.
+// A session that differs, dies or does not end is reported in its shortest form. The exit status is
+// 0 if there was none.
 #include <sys/mman.h>
 
 #include <algorithm>
@@ -16,16 +17,15 @@
 #include <filesystem>
 #include <functional>
 #include <iostream>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "tests/differentiel/constat.h"
 #include "tests/differentiel/decisions.h"
 #include "tests/differentiel/isoler.h"
 #include "tests/differentiel/jouer.h"
 #include "tests/differentiel/operateur.h"
-#include "tests/differentiel/reduire.h"
 
 namespace differentiel {
 
@@ -43,12 +43,6 @@ struct Demande {
   std::string reference;
 };
 
-constexpr int pareil = 0;
-constexpr int different = 1;
-constexpr std::chrono::milliseconds duree_d_un_lot{900'000};
-/// A session that is being shortened may become one that computes for days. So much time more than
-/// the long one took is enough.
-constexpr std::chrono::milliseconds supplement{300};
 /// So many sessions share a process; a crash costs no more than to start another one.
 constexpr int sessions_par_lot = 500;
 constexpr int differences_max = 5;
@@ -57,59 +51,9 @@ std::uint64_t graine_de(const Demande& d, int numero) {
   return d.graine * 1'000'003 + static_cast<std::uint64_t>(numero);
 }
 
-/// A character as one would write it in a program.
-std::string caractere_visible(char c) {
-  constexpr std::string_view hexa = "0123456789ABCDEF";
-  if (c == '\n') return "\\n";
-  if (c == '\t') return "\\t";
-  if (c >= ' ' && c <= '~') return {c};
-  const auto code = static_cast<unsigned char>(c);
-  return {'\\', 'x', hexa[code / 16], hexa[code % 16]};
-}
-
-/// A text as one would write it in a program; a long run of one character is counted.
-std::string visible(std::string_view texte) {
-  std::ostringstream v;
-  for (std::size_t i = 0; i < texte.size();) {
-    const std::size_t n = std::min(texte.find_first_not_of(texte[i], i), texte.size()) - i;
-    const std::string c = caractere_visible(texte[i]);
-    if (n > 40) {
-      v << "<" << n << " times '" << c << "'>";
-    } else {
-      for (std::size_t fois = 0; fois < n; ++fois) v << c;
-    }
-    i += n;
-  }
-  return v.str();
-}
-
-void raconter(const Rendu& obtenu, const Rendu& attendu) {
-  const auto [a, b] = std::mismatch(obtenu.sortie.begin(), obtenu.sortie.end(),
-                                    attendu.sortie.begin(), attendu.sortie.end());
-  const auto ou = static_cast<std::size_t>(a - obtenu.sortie.begin());
-  const std::size_t avant = ou < 120 ? ou : 120;
-  std::cerr << "status: " << attendu.statut << " expected, " << obtenu.statut << " obtained\n"
-            << "first difference at byte " << ou << " of " << attendu.sortie.size()
-            << "; before: " << visible(attendu.sortie.substr(ou - avant, avant))
-            << "\n  expected: " << visible(attendu.sortie.substr(ou, 160))
-            << "\n  obtained: " << visible(obtenu.sortie.substr(ou, 160)) << "\n";
-}
-
-int comparer_rendus(const std::string& session) { return meme_rendu(session) ? pareil : different; }
-
-/// Reports one failing session in its shortest form.
-void rapporter(const Demande& d, int numero, const std::string& session) {
-  const auto depart = std::chrono::steady_clock::now();
-  const Fin fin = isoler([&] { return comparer_rendus(session); }, duree_d_un_lot);
-  const auto duree = std::chrono::duration_cast<std::chrono::milliseconds>(
-      std::chrono::steady_clock::now() - depart);
-  std::cerr << "\nseed " << d.graine << ", session " << numero
-            << (fin.comment == Fin::statut ? ": the screens differ\n" : ": the program died\n");
-  const std::string courte = reduire(session, [&](const std::string& essai) {
-    return isoler([&] { return comparer_rendus(essai); }, duree + supplement) == fin;
-  });
-  std::cerr << "shortest form: printf '" << visible(courte) << "'\n";
-  if (fin.comment == Fin::statut) raconter(jouer_premiers(courte), jouer_reference(courte));
+/// What a report calls a session.
+std::string nom(const Demande& d, const std::string& quoi, int numero) {
+  return "seed " + std::to_string(d.graine) + ", " + quoi + " " + std::to_string(numero);
 }
 
 /// A number that a child leaves for its parent, even when it dies.
@@ -134,10 +78,12 @@ std::string session_numero(const Demande& d, int numero) {
   return session;
 }
 
-/// Plays the sessions from `debut` on; stops at the first that fails, whose number it leaves.
+/// Plays the sessions from `debut` on; stops at the first that fails or does not end, whose number
+/// it leaves.
 int jouer_lot(const Demande& d, int debut, int fin, volatile int* numero) {
   for (int i = debut; i < fin; ++i) {
     *numero = i;
+    limiter_processeur(2 * duree_d_une_session);  // for both sides
     if (!meme_rendu(session_numero(d, i))) return different;
   }
   *numero = fin;
@@ -149,11 +95,12 @@ int sessions_en_memoire(const Demande& d) {
   int differences = 0;
   for (int debut = 0; debut < d.sessions && differences < differences_max;) {
     const int fin = std::min(debut + sessions_par_lot, d.sessions);
-    const Fin comment = isoler([&] { return jouer_lot(d, debut, fin, numero.ou); }, duree_d_un_lot);
+    const Fin comment =
+        isoler([&] { return jouer_lot(d, debut, fin, numero.ou); }, duree_d_une_session);
     debut = *numero.ou;
     if (comment == Fin{Fin::statut, pareil}) continue;
     ++differences;
-    rapporter(d, debut, session_numero(d, debut));
+    rapporter(nom(d, "session", debut), session_numero(d, debut), jeu_en_memoire());
     ++debut;
   }
   return differences;
@@ -167,13 +114,10 @@ int sessions_en_processus(const Demande& d) {
   for (int i = 0; i < d.processus && differences < differences_max; ++i) {
     const std::string session = inventer_session(graine_de(d, -1 - i));
     const auto comment = i % 2 == 0 ? Alimentation::fichier : Alimentation::tube;
-    const Rendu obtenu = jouer_programme(d.premiers, session, comment, dossier);
-    const Rendu attendu = jouer_programme(d.reference, session, comment, dossier);
-    if (obtenu == attendu) continue;
+    const Jeu jeu = jeu_en_processus({d.premiers, d.reference, dossier, comment});
+    if (jeu.constater(session, duree_d_une_session).bon()) continue;
     ++differences;
-    std::cerr << "\nseed " << d.graine << ", process " << i << ": printf '" << visible(session)
-              << "'\n";
-    raconter(obtenu, attendu);
+    rapporter(nom(d, "process", i), session, jeu);
   }
   std::filesystem::remove_all(dossier);
   return differences;
@@ -182,9 +126,9 @@ int sessions_en_processus(const Demande& d) {
 int rejouer(const Demande& d) {
   const std::string session = session_numero(d, d.une);
   std::cout << visible(session) << std::endl;
-  const Fin fin = isoler([&] { return comparer_rendus(session); }, duree_d_un_lot);
-  if (fin == Fin{Fin::statut, pareil}) return 0;
-  rapporter(d, d.une, session);
+  const Jeu jeu = jeu_en_memoire();
+  if (jeu.constater(session, duree_d_une_session).bon()) return 0;
+  rapporter(nom(d, "session", d.une), session, jeu);
   return 1;
 }
 
