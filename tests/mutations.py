@@ -15,7 +15,7 @@ at any time; --de N goes on with the N-th fault, --minutes N starts none after s
 
 A fault that changes nothing but the time, or nothing at all, cannot be noticed by a test of
 results: SANS_EFFET says of each that was looked at why. Another one that stands as "not noticed"
-lacks its test.
+lacks its test. So the list is no score: what it did not notice at first is what it was for.
 """
 
 import argparse
@@ -374,9 +374,13 @@ def rapporter(rangees, total, o):
     texte = [
         "# Faults planted one by one, and what noticed them",
         "",
-        f"Written by `tests/mutations.py` (seed {o.graine}). {len(rangees)} of {total} faults tried; "
-        f"{impossibles} of them cannot be seen in a result or are no program; the tests notice "
-        f"{len(rangees) - impossibles - ignorees} of the other {len(rangees) - impossibles}.",
+        f"A list, not a score: a fault that no test noticed got a test, or a reason why none can, and "
+        f"stands here as noticed or as explained. So the list shows what the tests have learnt, not what "
+        f"share of other faults they would notice.",
+        "",
+        f"Written by `tests/mutations.py` (seed {o.graine}). {len(rangees)} of {total} faults tried: "
+        f"{len(rangees) - impossibles - ignorees} noticed, {impossibles} that cannot be seen in a result "
+        f"or are no program, {ignorees} neither.",
         "",
         ENTETE,
         "|---|---|---|",
