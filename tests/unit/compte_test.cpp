@@ -117,6 +117,11 @@ TEST(Compte, PublishedPowersOfTen) {
   }
 }
 
+// T. Oliveira e Silva, "Tables of values of pi(x) and of pi2(x)" (2007).
+TEST(Compte, PublishedCountAt10To16) {
+  EXPECT_EQ(nombre_premiers(10'000'000'000'000'000), 279238341033925U);
+}
+
 // The number of primes up to 2^k: OEIS A007053.
 TEST(Compte, PublishedPowersOfTwo) {
   constexpr std::array<Nombre, 47> publies{0,

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <random>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -286,6 +287,78 @@ TEST(Concatenations, WaysBeyond64BitsAreCountedExactly) {
   ASSERT_GT(NTL::NumBits(chemins.back()), 64);
   const ZZ N = NTL::conv<ZZ>(chiffres.c_str());
   EXPECT_EQ(chercher(N, N, false).liste, (Liste{{chiffres, modele::texte(chemins.back())}}));
+}
+
+// From tests/derive_concatenations.py --longs: every piece of every number decided by Miller-Rabin in
+// Python. The numbers are 1000 * tete + the first of each pair; the second is how many ways they have.
+struct Garde {
+  int fin;
+  const char* chemins;
+};
+
+void comparer_150_chiffres(const char* tete, int derniere, bool premiers_seuls,
+                           std::span<const Garde> attendus) {
+  const ZZ debut = 1000 * NTL::conv<ZZ>(tete);
+  Liste attendue;
+  for (const auto& [fin, chemins] : attendus) {
+    attendue.emplace_back(modele::texte(debut + fin), chemins);
+  }
+  const Resultat r = chercher(debut, debut + derniere, premiers_seuls);
+  EXPECT_EQ(r.liste, attendue);
+  EXPECT_EQ(r.effectif, attendus.size());
+}
+
+// Primes begin at the first digit.
+constexpr const char* avec_departs =
+    "235756334722614547602275147520012934977898907230473841040842118492476115526201"
+    "244966529340160765416056281964037779324962553512090490781703261289424";
+// None does among these digits, so the entry that is carried over matters.
+constexpr const char* sans_depart =
+    "483692120645724107629110409522678788242623820083668382954490962130954245774819"
+    "347180333744347426469462318160889375493662910150440002125929802847542";
+
+TEST(Concatenations, NumbersOf150DigitsKeepWhatALiteralSearchKeeps) {
+  constexpr Garde attendus[] = {
+      {1, "89653"},    {3, "95423"},    {7, "90225"},    {9, "5804"},     {11, "338499"},
+      {17, "6224"},    {19, "178290"},  {21, "12123"},   {23, "33650"},   {27, "178290"},
+      {32, "89619"},   {33, "179858"},  {35, "89619"},   {37, "179675"},  {39, "90023"},
+      {43, "62394"},   {47, "88671"},   {49, "6247"},    {51, "21293"},   {53, "130751"},
+      {57, "1972"},    {59, "89619"},   {61, "92206"},   {63, "89619"},   {67, "95592"},
+      {69, "1559"},    {72, "131196"},  {73, "137192"},  {75, "131196"},  {77, "263921"},
+      {79, "89619"},   {81, "110881"},  {87, "2706"},    {89, "15895"},   {91, "89924"},
+      {92, "116685"},  {93, "206354"},  {95, "116685"},  {97, "132580"},  {99, "15895"},
+      {102, "130751"}, {103, "220370"}, {105, "130751"}, {107, "130796"}, {109, "141963"},
+      {111, "219525"}, {112, "92"},     {113, "220577"}, {115, "92"},     {117, "310081"},
+      {119, "225646"}, {121, "184951"}, {122, "130751"}, {123, "351121"}, {125, "130751"},
+      {127, "219422"}, {129, "232493"}, {131, "137067"}, {132, "226594"}, {133, "226726"},
+      {135, "226594"}, {137, "446964"}, {139, "93062"},  {141, "130968"}, {143, "146646"},
+      {147, "279747"}, {149, "89200"},  {151, "91178"},  {152, "130751"}, {153, "306855"},
+      {155, "130751"}, {157, "220478"}, {159, "220675"}, {161, "146710"}, {163, "89619"},
+      {167, "130751"}, {169, "90276"},  {171, "147046"}, {172, "134941"}, {173, "271059"},
+      {175, "134941"}, {177, "223859"}, {179, "166433"}, {181, "33385"},  {183, "220370"},
+      {187, "89734"},  {189, "220979"}, {191, "219859"}, {192, "3443"},   {193, "93062"},
+      {195, "3443"},   {197, "134285"}, {199, "91978"}};
+  comparer_150_chiffres(avec_departs, 199, false, attendus);
+}
+
+TEST(Concatenations, PrimesOf150DigitsKeepWhatALiteralSearchKeeps) {
+  constexpr Garde attendus[] = {{571, "16110"}, {593, "52009"}};
+  comparer_150_chiffres(avec_departs, 999, true, attendus);
+}
+
+TEST(Concatenations, AnEntryIsCarriedOverAmongNumbersOf150Digits) {
+  constexpr Garde attendus[] = {
+      {91, "1"},     {92, "1"},    {93, "5"},     {95, "1"},    {97, "1389"}, {99, "554"},
+      {101, "1"},    {102, "101"}, {103, "1"},    {105, "101"}, {107, "101"}, {109, "556"},
+      {111, "1766"}, {112, "43"},  {113, "1"},    {115, "43"},  {117, "145"}, {119, "146"},
+      {121, "561"},  {122, "101"}, {123, "203"},  {125, "101"}, {127, "279"}, {129, "201"},
+      {131, "103"},  {132, "700"}, {133, "1254"}, {135, "700"}, {137, "801"}, {139, "277"},
+      {141, "656"},  {143, "655"}, {147, "107"},  {149, "1"},   {151, "556"}, {152, "101"},
+      {153, "203"},  {155, "101"}, {157, "1213"}, {159, "101"}, {161, "657"}, {167, "102"},
+      {169, "1200"}, {171, "655"}, {172, "103"},  {173, "758"}, {175, "103"}, {177, "662"},
+      {179, "144"},  {181, "144"}, {183, "1212"}, {187, "1"},   {189, "102"}, {191, "98"},
+      {192, "1"},    {193, "749"}, {195, "1"},    {197, "209"}, {199, "1110"}};
+  comparer_150_chiffres(sans_depart, 199, false, attendus);
 }
 
 TEST(Concatenations, RefusesWhatIsNoRange) {

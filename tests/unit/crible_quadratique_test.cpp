@@ -108,6 +108,23 @@ TEST(CribleQuadratique, TheSeventhFermatNumber) {
   EXPECT_TRUE(*facteur == p || *facteur == f7 / p);
 }
 
+// The first primes from pi 2^(b/2-2) and e 2^(b/2-2) on, b = 180 and 200, by PARI/GP's nextprime;
+// isprime proves them. Each product has b bits; 220 bits: crible_quadratique_long_test.cpp.
+TEST(CribleQuadratique, ProductsOfKnownPrimesOf180And200Bits) {
+  constexpr const char* facteurs[][2] = {
+      {"972275833250902676681726357", "841267478377831446005903777"},
+      {"995610453248924340922087778507", "861457897858899400710045393487"}};
+  long bits = 180;
+  for (const auto& [grand, petit] : facteurs) {
+    const NTL::ZZ n = nombre(grand) * nombre(petit);
+    ASSERT_EQ(NTL::NumBits(n), bits);
+    const auto facteur = facteur_quadratique(n);
+    ASSERT_TRUE(facteur.has_value()) << bits;
+    EXPECT_TRUE(*facteur == nombre(grand) || *facteur == nombre(petit)) << texte(*facteur);
+    bits += 20;
+  }
+}
+
 TEST(CribleQuadratique, SmallFactorsAndSquaresAreFoundToo) {
   NTL::SetSeed(NTL::ZZ(5));
   for (const long petit : {3L, 5L, 7L, 11L, 101L, 997L}) verifier(NTL::GenPrime_ZZ(90) * petit);

@@ -236,6 +236,18 @@ TEST_F(DetteTest, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore) {
   EXPECT_EQ(decomposition.borne_due, static_cast<std::uint64_t>(q - 1));
 }
 
+// 10^18 + 9 is prime (PARI/GP's isprime), its root 10^9. There are 50847534 primes below 10^9 (OEIS
+// A006880), and 10^9 + 7 is the next (A033873).
+TEST_F(DetteTest, APrimeOf19DigitsOwesThePrimesUpToABillion) {
+  Dette dette;
+  noter_decomposition(dette, decomposer(NTL::ZZ(1'000'000'000'000'000'009)));
+  EXPECT_EQ(dette.borne_due, 1'000'000'000U);
+  Table table;
+  payer(dette, table);
+  EXPECT_EQ(table.np(), 50'847'535);
+  EXPECT_EQ(table.dernier(), 1'000'000'007);
+}
+
 TEST_F(DetteTest, OnlyTheLargestNoteCounts) {
   Dette dette;
   dette.noter(100);

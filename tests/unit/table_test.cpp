@@ -115,6 +115,25 @@ TEST(PublishedValues, PrimesWhoseRankIsAPowerOfTen) {
   }
 }
 
+// pi(2^32) = 203280221: OEIS A007053, "Number of primes <= 2^n". The last prime below 2^32 is
+// 2^32 - 5 (A013603, 2^n less the nearest prime below), the first above 2^32 + 15
+// (A013597). p(10^8): A006988.
+TEST(PublishedValues, PrimesOnBothSidesOfTwoToThe32) {
+  constexpr std::int64_t deux_32 = std::int64_t{1} << 32U;
+  Table table;
+  table.etendre_au_rang(100'000'000);
+  EXPECT_EQ(table.np(), 100'000'000);
+  EXPECT_EQ(table.dernier(), 2038074743);
+  table.etendre_au_rang(203'280'222);
+  EXPECT_EQ(table.np(), 203'280'222);
+  EXPECT_EQ(table.dernier(), deux_32 + 15);
+  EXPECT_EQ(table[203'280'222], deux_32 + 15);
+  EXPECT_EQ(table[203'280'221], deux_32 - 5);
+  EXPECT_EQ(table.rang(deux_32), 203'280'221);
+  EXPECT_EQ(table.rang_suivant(deux_32), 203'280'222);
+  EXPECT_EQ(table[100'000'000], 2038074743) << "and still once the table is larger";
+}
+
 TEST(SmallValues, EveryRankUpTo100000AgreesWithDivision) {
   const std::vector<std::int64_t> premiers = premiers_naifs(101'000);
   Table table;
