@@ -21,6 +21,7 @@
 #include "primes/compte/faciles.h"
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 #include "primes/arithmetique/racines.h"
@@ -29,6 +30,9 @@
 namespace premiers {
 
 namespace {
+
+// The reciprocals below divide w < 2^51 exactly.
+constexpr unsigned bits_exacts = 51;
 
 // Asks for poids * sum of pi(w / r) over the primes r of ranks ]bas, haut].
 struct Rangee {
@@ -45,6 +49,7 @@ struct Devis {
 
   void ajouter(std::uint64_t w, std::uint64_t poids, std::uint64_t bas, std::uint64_t haut) {
     if (bas >= haut) return;
+    assert(w >> bits_exacts == 0);
     rangees.push_back(
         {w, poids, static_cast<std::uint32_t>(bas), static_cast<std::uint32_t>(haut)});
   }

@@ -2,8 +2,10 @@
 #include "primes/compte/tables.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "primes/arithmetique/bits.h"
+#include "primes/arithmetique/entier128.h"
 
 namespace premiers {
 
@@ -44,7 +46,20 @@ std::vector<std::uint32_t> premiers_par_rang(std::uint64_t borne) {
   return premiers;
 }
 
+namespace {
+
+/// y, or std::invalid_argument: what the header asks of the bounds.
+std::uint64_t verifier(std::uint64_t x, std::uint64_t y, std::uint64_t z) {
+  const Entier128 cube = Entier128{y} * y * y;
+  const bool bon = x >= 10'000 && x >> 63U == 0 && z >> 32U == 0 && cube > x &&
+                   cube <= Entier128{x} << 18U && y >= 23 && y <= z && z * z <= x && z < 13 * y;
+  if (!bon) throw std::invalid_argument("Plan: bounds out of range");
+  return y;
+}
+
+}  // namespace
+
 Plan::Plan(std::uint64_t x_, std::uint64_t y_, std::uint64_t z_)
-    : x(x_), y(y_), z(z_), premiers(premiers_par_rang(y_)), pi(y_) {}
+    : x(x_), y(verifier(x_, y_, z_)), z(z_), premiers(premiers_par_rang(y_)), pi(y_) {}
 
 }  // namespace premiers

@@ -74,7 +74,8 @@ std::vector<std::uint32_t> premiers_par_rang(std::uint64_t borne);
 
 /// The bounds of a count and the tables every part of it reads.
 struct Plan {
-  /// 10^4 <= x < 2^63; cbrt(x) < y <= 64 cbrt(x); y <= z <= sqrt(x); y >= 23; z < 13 y.
+  /// 10^4 <= x < 2^63; cbrt(x) < y <= 64 cbrt(x); y <= z <= sqrt(x); y >= 23; z < 13 y (else
+  /// std::invalid_argument).
   Plan(std::uint64_t x, std::uint64_t y, std::uint64_t z);
 
   std::uint64_t x;

@@ -61,6 +61,7 @@ void Crible::admettre(std::uint64_t octet_suivant) {
 
 void Crible::remplir(std::span<std::uint8_t> octets, const Suivi& suivi) {
   if (octets.size() > fin_ - octet_) throw std::invalid_argument("Crible: beyond the window");
+  if (octets.empty()) return;
   const auto annoncer = [&](std::uint64_t prepare) {
     if (!suivi) return;
     const auto fait = static_cast<double>((prepare - debut_) + (octet_ - debut_));

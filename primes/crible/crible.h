@@ -44,8 +44,8 @@ struct Crible {
   std::size_t taille() const;
 
   /// Sieves the next octets.size() bytes of the window, any number, which must not go beyond
-  /// octet_fin (else std::invalid_argument). Where they are kept, several times `taille()` at once
-  /// costs some 3 % less. `suivi` hears the part of the whole window that is
+  /// octet_fin (else std::invalid_argument); none have no effect. Where they are kept, several times
+  /// `taille()` at once costs some 3 % less. `suivi` hears the part of the whole window that is
   /// done. If it throws, the sieve must not be used any more.
   void remplir(std::span<std::uint8_t> octets, const Suivi& suivi = {});
 

@@ -19,6 +19,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -82,6 +83,7 @@ Point<A> suyama(const A& a, const std::uint32_t* sigma, Courbe<A>& courbe) {
 template <class A>
 Point<A> premiere_phase(const A& a, const Courbe<A>& courbe, const Point<A>& depart,
                         std::size_t b1) {
+  assert(b1 >= 2 && b1 <= b1_maximal);
   std::array<Point<A>, 4> slot;
   slot[0] = depart;
   const std::span instructions{programme.instructions.data(), programme.fin[b1]};
@@ -171,6 +173,7 @@ template <class A, class P>
 typename A::Entier seconde_phase(const A& a, const Courbe<A>& courbe, const Point<A>& q,
                                  const P& table, std::size_t b1, std::size_t b2) {
   constexpr std::size_t D = P::pas;
+  assert(b1 <= b2 && b2 <= P::portee);
   const std::size_t k0 = b1 < D / 2 ? 1 : (b1 + D / 2) / D;
   const std::size_t k1 = (b2 + D / 2) / D;
   std::vector<Point<A>> points(P::bebes + k1 + 2 - k0);  // up to 200 KB: too much for a stack

@@ -57,6 +57,8 @@ constexpr std::array<Palier, 6> paliers{{{0, {16, 200, 8000}},
                                          {170, {128, 2000, 100000}},
                                          {200, {512, 2000, 100000}},
                                          {225, {2048, 2000, 100000}}}};
+static_assert(std::all_of(paliers.begin(), paliers.end(),
+                          [](const Palier& p) { return p.effort.a_portee(); }));
 
 // ---- Splitting ---------------------------------------------------------------------------------
 
@@ -71,19 +73,20 @@ std::optional<NTL::ZZ> facteur_court(const NTL::ZZ& n, const Suivi& suivi) {
   return std::nullopt;
 }
 
-/// A proper factor of the composite n, which is no perfect power and has no small factor.
-NTL::ZZ diviser(const NTL::ZZ& n, const Suivi& suivi) {
+/// Proper factors of the composite n, which is no perfect power and has no small factor: one, or
+/// all of its primes where they come together.
+std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, const Suivi& suivi) {
   const long bits = NTL::NumBits(n);
   if (bits <= bits_ecm_seule) {
-    if (const auto f = facteur_ecm(en_entier128(n), courbes_ecm_seule)) return en_zz(*f);
+    if (const auto f = facteur_ecm(en_entier128(n), courbes_ecm_seule)) return {en_zz(*f)};
   } else if (const auto f = facteur_court(n, suivi)) {
-    return *f;
+    return {*f};
   }
   if (bits <= bits_crible) {
-    if (const auto f = facteur_quadratique(n, suivi)) return *f;
+    if (const auto f = facteur_quadratique(n, suivi)) return {*f};
   }
   if (suivi) suivi(0);
-  return pari::diviseurs_premiers(n).front();
+  return pari::diviseurs_premiers(n);
 }
 
 // ---- Collecting --------------------------------------------------------------------------------
@@ -108,9 +111,14 @@ void decomposer(Facteurs& resultat, const NTL::ZZ& n, std::int64_t exposant, con
   } else if (const auto puissance = puissance_parfaite(n)) {
     decomposer(resultat, puissance->base, exposant * puissance->exposant, suivi);
   } else {
-    const NTL::ZZ d = diviser(n, suivi);
-    decomposer(resultat, d, exposant, suivi);
-    decomposer(resultat, n / d, exposant, suivi);
+    NTL::ZZ reste = n;
+    for (const NTL::ZZ& d : diviser(n, suivi)) {
+      std::int64_t fois = 0;
+      for (; NTL::divide(reste, reste, d) != 0; ++fois) {
+      }
+      decomposer(resultat, d, fois * exposant, suivi);
+    }
+    decomposer(resultat, reste, exposant, suivi);
   }
 }
 

@@ -54,6 +54,15 @@ constexpr std::array<Bornes, 11> bornes_avx512{{{40, 20, 500},
                                                 {102, 900, 42000},
                                                 {128, 2000, 60000}}};
 
+/// Are there chains and pairs for all bounds of a table?
+template <std::size_t taille>
+constexpr bool a_portee(const std::array<Bornes, taille>& table) {
+  return std::all_of(table.begin(), table.end(), [](const Bornes& b) {
+    return b.b1 <= ecm::b1_maximal && b.b2 <= ecm::paires_longues.portee;
+  });
+}
+static_assert(a_portee(bornes_scalaires) && a_portee(bornes_avx512));
+
 template <std::size_t taille>
 const Bornes& choisir(const std::array<Bornes, taille>& table, int bits) {
   return *std::find_if(table.begin(), table.end() - 1,

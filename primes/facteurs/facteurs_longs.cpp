@@ -17,6 +17,9 @@
 namespace premiers {
 namespace {
 
+static_assert(EffortEcm::b1_max == ecm::b1_maximal);
+static_assert(EffortEcm::b2_max == ecm::paires_longues.portee);
+
 /// The curves of index i and following. Suyama's parameters are good from 6 on.
 template <std::size_t voies>
 std::array<std::uint32_t, voies> sigmas(unsigned i) {

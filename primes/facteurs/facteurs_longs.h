@@ -18,8 +18,13 @@ inline constexpr long bits_facteur_long = 380;
 /// How much ECM: so many curves with these bounds.
 struct EffortEcm {
   unsigned courbes;  ///< where eight run at once; an eighth of them otherwise, which takes as long
-  std::size_t b1;    ///< at most ecm::b1_maximal
-  std::size_t b2;    ///< at most the reach of ecm::paires_longues
+  std::size_t b1;
+  std::size_t b2;
+
+  /// The bounds that there are tables for; beyond, the behaviour is undefined.
+  static constexpr std::size_t b1_max = 2000;
+  static constexpr std::size_t b2_max = 100800;
+  constexpr bool a_portee() const { return 2 <= b1 && b1 <= b1_max && b1 <= b2 && b2 <= b2_max; }
 };
 
 /// A proper factor of n, not necessarily prime; nothing if the curves did not find one, or if n is

@@ -32,6 +32,10 @@
 namespace premiers::pari {
 namespace {
 
+// The library's own kernel keeps the words of an integer in the other order.
+#ifndef PARI_KERNEL_GMP
+#error "libpari is built without the GMP kernel: the words of its integers would run the other way"
+#endif
 static_assert(sizeof(NTL::ZZ_limb_t) == sizeof(pari_ulong), "both libraries are built on GMP");
 
 // ---- Starting the library ----------------------------------------------------------------------

@@ -64,7 +64,9 @@ PartieConnue petite_partie(NTL::ZZ& m) {
 /// A factor of the composite c that little work finds.
 std::optional<NTL::ZZ> facteur_facile(const NTL::ZZ& c) {
   constexpr long bits_deux_membres = 100;
-  if (NTL::NumBits(c) > bits_deux_membres) return facteur_ecm_long(c, {16, 250, 10000});
+  constexpr EffortEcm effort{16, 250, 10000};
+  static_assert(effort.a_portee());
+  if (NTL::NumBits(c) > bits_deux_membres) return facteur_ecm_long(c, effort);
   const auto f = facteur_ecm(en_entier128(c), 64);
   return f ? std::optional{en_zz(*f)} : std::nullopt;
 }

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Is n prime? Proven answers up to 3317044064679887385961981 (25 digits), Baillie-PSW beyond.
 // Methods, sources and limits are told in primes/primalite/primalite.cpp.
+//
+// Which answers of the program rest on Baillie-PSW alone: those of the concatenations (choice 4)
+// about numbers, and pieces of numbers, from there on, that they are prime. That they are composite
+// is always proven. Every factor of a decomposition is proven prime (primes/facteurs/preuve.h), and
+// whatever the other services list is below 2^63, where Baillie-PSW is a proof.
 #pragma once
 
 #include <NTL/ZZ.h>

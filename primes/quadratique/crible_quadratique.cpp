@@ -36,12 +36,13 @@ constexpr double part_du_crible = 0.95;
 
 // The logarithm (to base 2) that the sieved primes have to reach: that of the largest |Q|, which
 // is demi * sqrt(kn / 8), less that of a large prime and the tolerance. Small n would go below
-// zero.
+// zero. From some 291 bits on a byte cannot hold it any more: the tolerance then grows by what is
+// missing (half a bit for each bit of n), and the longer n is, the more values are divided in vain.
 std::uint32_t seuil_du_crible(const Base& base, const Reglages& choix) {
   const double taille_q =
       std::log2(choix.demi) + (static_cast<double>(NTL::NumBits(base.kn)) - 3) / 2;
-  return static_cast<std::uint32_t>(
-      std::clamp(taille_q - choix.tolerance - std::log2(choix.grand), 10.0, 120.0));
+  return static_cast<std::uint32_t>(std::clamp(taille_q - choix.tolerance - std::log2(choix.grand),
+                                               10.0, static_cast<double>(Tamis::seuil_max)));
 }
 
 // The part of the columns that has been found. They come faster towards the end, when more large

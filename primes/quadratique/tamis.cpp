@@ -2,6 +2,7 @@
 #include "primes/quadratique/tamis.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 #include "primes/quadratique/vecteurs.h"
@@ -119,6 +120,7 @@ Tamis::Tamis(const Base& base_, std::uint32_t demi, std::uint32_t petit)
 }
 
 const std::vector<std::uint32_t>& Tamis::cribler(const Polynomes& polynomes, std::uint32_t seuil) {
+  assert(seuil <= seuil_max);
   std::uint8_t* const octets = lignes[0].octets;
   const auto taille = static_cast<std::uint32_t>(64 * (lignes.size() - 1));
   std::memset(octets, static_cast<int>(128 - seuil), taille);

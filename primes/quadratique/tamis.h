@@ -24,8 +24,12 @@ struct Tamis {
   /// For positions 0 .. 2 demi - 1; primes below `petit` are left out.
   Tamis(const Base& base, std::uint32_t demi, std::uint32_t petit);
   /// Sieves with the roots of the polynomial. Gives the positions where the logarithms (to base 2)
-  /// of the primes reach `seuil` <= 120.
+  /// of the primes reach `seuil` <= seuil_max.
   const std::vector<std::uint32_t>& cribler(const Polynomes& polynomes, std::uint32_t seuil);
+
+  /// A byte starts at 128 - seuil > 0. It does not wrap: below 2^380 the values stay below 2^210,
+  /// and rounding makes the logarithms of their primes one fifteenth larger at most.
+  static constexpr std::uint32_t seuil_max = 120;
 
   struct alignas(64) Ligne {
     std::uint8_t octets[64];

@@ -209,6 +209,19 @@ TEST(Compte, AroundPerfectPowers) {
   }
 }
 
+TEST(Compte, RefusesWhatItsArithmeticIsNotMadeFor) {
+  EXPECT_THROW(nombre_premiers(Nombre{1} << 63U), std::invalid_argument);
+  EXPECT_THROW(nombre_premiers(std::numeric_limits<Nombre>::max()), std::invalid_argument);
+  EXPECT_NO_THROW(Plan(1'000'000, 101, 101));
+  EXPECT_THROW(Plan(9'999, 50, 50), std::invalid_argument);
+  EXPECT_THROW(Plan(Nombre{1} << 63U, 3'000'000, 3'000'000), std::invalid_argument);
+  EXPECT_THROW(Plan(1'000'000, 100, 101), std::invalid_argument);  // y = cbrt(x)
+  EXPECT_THROW(Plan(1'000'000, 102, 101), std::invalid_argument);
+  EXPECT_THROW(Plan(1'000'000, 101, 1001), std::invalid_argument);                // z > sqrt(x)
+  EXPECT_THROW(Plan(1'000'000'000'000, 10'100, 131'300), std::invalid_argument);  // z = 13 y
+  EXPECT_THROW(Plan(1'000'000'000'000'000'000, 64'000'001, 64'000'001), std::invalid_argument);
+}
+
 TEST(Compte, LeavesAreRightForEveryXOfARange) {
   const std::vector<Nombre> pi = pi_naif(20000);
   for (Nombre x = 15000; x <= 20000; x += 3) {

@@ -124,6 +124,21 @@ TEST(Crible, RefusesWhatIsOutOfRange) {
 
 // pi(10^k): the classical table, e.g. Riesel, "Prime Numbers and Computer Methods for
 // Factorization", 2nd ed. 1994, table 3.
+// At byte 0 there is no number below, and in an empty window no part that could be done.
+TEST(Crible, NoBytesHaveNoEffect) {
+  const std::vector<std::uint8_t> attendus = octets_lents(0, 40);
+  int appels = 0;
+  Crible crible(0, 40);
+  crible.remplir({}, [&](double) { ++appels; });
+  Crible(7, 7).remplir({}, [&](double) { ++appels; });
+  EXPECT_EQ(appels, 0);
+  std::vector<std::uint8_t> octets(40);
+  crible.remplir(std::span{octets}.first(11));
+  crible.remplir({});
+  crible.remplir(std::span{octets}.subspan(11));
+  EXPECT_EQ(octets, attendus);
+}
+
 TEST(Crible, PublishedValuesOfPi) {
   constexpr std::array<std::uint64_t, 10> pi{0,    4,     25,     168,     1229,
                                              9592, 78498, 664579, 5761455, 50847534};
