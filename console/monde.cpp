@@ -27,9 +27,8 @@ Source entree_standard() {
 Puits sortie_standard() { return systeme::ecrire_sortie; }
 
 Monde monde_standard() {
-  Monde monde{attendre_apres_la_fin, dire_erreur, systeme::memoire_libre};
-  if (systeme::erreur_est_un_terminal()) monde.animer = systeme::ecrire_erreur;
-  return monde;
+  return {attendre_apres_la_fin, dire_erreur, systeme::memoire_libre,
+          systeme::terminal_des_erreurs()};
 }
 
 void dire_erreur(std::string_view ligne) {

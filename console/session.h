@@ -9,6 +9,7 @@
 #include "console/entree.h"
 #include "console/sortie.h"
 #include "state/etat.h"
+#include "systeme/systeme.h"
 
 namespace premiers {
 
@@ -21,9 +22,8 @@ struct Monde {
   std::function<void(std::string_view ligne)> avertir;
   /// How many more bytes of memory there are.
   std::function<std::uint64_t()> memoire_libre;
-  /// Draws the line that tells of long work, where there is a terminal to draw it on; empty where
-  /// there is none.
-  std::function<void(std::string_view ligne)> animer{};
+  /// Where the line that tells of long work is drawn, if anywhere.
+  systeme::Terminal terminal{};
 };
 
 struct Session {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "console/suivre.h"
 
-#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <optional>
 
-#include "console/ligne.h"
+#include "console/ligne_de_vie.h"
 #include "systeme/systeme.h"
 
 namespace premiers {
@@ -15,69 +15,60 @@ namespace premiers {
 namespace {
 
 using Horloge = std::chrono::steady_clock;
-using std::chrono::duration_cast;
-using std::chrono::seconds;
 
 /// How long work lasts before it is told of, and how often it is told.
-constexpr seconds patience{2};
+constexpr std::chrono::seconds patience{2};
 constexpr int periode_ms = 200;
 
 /// The line that shows life, from the moment the work began.
 struct Temoin {
-  Temoin(const Monde& monde_du_temoin, std::string_view travail)
-      : monde(monde_du_temoin),
-        quoi(travail),
-        minuterie(std::in_place, periode_ms, dessiner, this) {}
+  Temoin(systeme::Terminal ou, std::string_view travail)
+      : terminal(ou), quoi(travail), minuterie(std::in_place, periode_ms, dessiner, this) {}
   ~Temoin() {
     minuterie.reset();
-    if (dessinee) effacer();
+    if (dessinees > 0) poser({}, terminal.colonnes());
   }
   Temoin(const Temoin&) = delete;
   Temoin& operator=(const Temoin&) = delete;
 
-  /// The timer's handler: it only reads what is here and writes.
+  /// The timer's handler. All that it touches is constant or a lock-free atomic, and what it calls
+  /// neither waits nor asks for memory.
   static void dessiner(void* temoin) { static_cast<Temoin*>(temoin)->redessiner(); }
 
   void redessiner() {
     const auto duree = Horloge::now() - debut;
     if (duree < patience) return;
-    const double fait = part;
-    Ligne ligne;
-    ligne << "\r" << quoi << " : ";
-    if (fait > 0) {
-      const std::chrono::duration<double> reste = duree * ((1 - fait) / fait);
-      ligne << static_cast<std::int64_t>(100 * fait) << " %, encore "
-            << duration_cast<seconds>(reste).count() << " s    ";
-    } else {
-      ligne << duration_cast<seconds>(duree).count() << " s ";
-    }
-    monde.animer(ligne.texte());
-    dessinee = true;
+    const std::size_t colonnes = terminal.colonnes();
+    const Ligne texte = texte_de_vie(quoi, part, duree, colonnes);
+    if (dessinees > 0 || texte.longueur > 0) poser(texte.texte(), colonnes);
   }
 
-  void effacer() const {
-    Ligne ligne;
-    ligne << "\r";
-    ligne.longueur = ligne.octets.size() - 1;
-    std::fill(ligne.octets.begin() + 1, ligne.octets.end(), ' ');
-    ligne << "\r";
-    monde.animer(ligne.texte());
+  /// Draws, in one attempt: where the terminal takes nothing, this drawing is not made. Nor is it
+  /// in the background, where the row of the cursor belongs to somebody else.
+  void poser(std::string_view texte, std::size_t colonnes) {
+    if (!terminal.au_premier_plan()) return;
+    const Ligne octets = remplacer(dessinees, texte, colonnes, terminal.obeit);
+    const std::size_t pris = terminal.tenter(octets.texte());
+    const bool entier = pris == octets.longueur;
+    if (entier || (pris > 0 && texte.size() > dessinees)) dessinees = texte.size();
   }
 
-  const Monde& monde;
-  std::string_view quoi;
-  Horloge::time_point debut = Horloge::now();
+  const systeme::Terminal terminal;
+  const std::string_view quoi;
+  const Horloge::time_point debut = Horloge::now();
   std::atomic<double> part = 0;
-  std::atomic<bool> dessinee = false;
+  std::atomic<std::size_t> dessinees = 0;  // characters on the row
   std::optional<systeme::Minuterie> minuterie;
+
+  static_assert(decltype(part)::is_always_lock_free && decltype(dessinees)::is_always_lock_free);
 };
 
 }  // namespace
 
 Suivi suivre(Session& s, std::string_view quoi) {
   std::shared_ptr<Temoin> temoin;
-  if (s.monde.animer && s.curseur_en_debut_de_ligne()) {
-    temoin = std::make_shared<Temoin>(s.monde, quoi);
+  if (s.monde.terminal.existe() && s.curseur_en_debut_de_ligne()) {
+    temoin = std::make_shared<Temoin>(s.monde.terminal, quoi);
   }
   return [&s, temoin](double part) {
     if (temoin) temoin->part = part;

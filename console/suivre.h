@@ -14,7 +14,8 @@ namespace premiers {
 /// line on the terminal behind standard error tells `quoi` (a literal), how far it is and how long
 /// it will still take; it is redrawn by a timer, so it moves during calls into libraries too, and
 /// is wiped when the last copy of the result goes. It is drawn only where the cursor stands at the
-/// beginning of a line, just after the operator's Enter. Valid as long as the session.
+/// beginning of a line, just after the operator's Enter. The work never waits for the terminal: one
+/// that is stopped, or that nobody reads, misses drawings. Valid as long as the session.
 Suivi suivre(Session& s, std::string_view quoi);
 
 }  // namespace premiers

@@ -13,14 +13,19 @@
 #endif
 
 #if PREMIERS_POSIX
+#include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <array>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 #include <optional>
 #else
@@ -106,14 +111,15 @@ std::uint64_t espace_d_adressage() {
 /// What the timer calls. The one variable of the program that is global: a signal handler is
 /// handed nothing else.
 struct Rappel {
-  void (*geste)(void*);
-  void* sujet;
+  std::atomic<void (*)(void*)> geste = nullptr;
+  std::atomic<void*> sujet = nullptr;
+  static_assert(decltype(geste)::is_always_lock_free && decltype(sujet)::is_always_lock_free);
 };
-volatile Rappel rappel{nullptr, nullptr};
+Rappel rappel;
 
 void au_signal(int /*signal*/) {
   const int avant = errno;
-  if (rappel.geste != nullptr) rappel.geste(rappel.sujet);
+  if (const auto geste = rappel.geste.load(); geste != nullptr) geste(rappel.sujet);
   errno = avant;
 }
 
@@ -148,7 +154,31 @@ void ecrire_erreur(std::string_view octets) {
 
 bool entree_est_un_terminal() { return isatty(STDIN_FILENO) == 1; }
 
-bool erreur_est_un_terminal() { return isatty(STDERR_FILENO) == 1; }
+std::size_t Terminal::colonnes() const {
+  constexpr std::size_t habituelles = 80;
+  winsize taille{};
+  if (ioctl(descripteur, TIOCGWINSZ, &taille) != 0 || taille.ws_col == 0) return habituelles;
+  return taille.ws_col;
+}
+
+bool Terminal::au_premier_plan() const {
+  const pid_t groupe = tcgetpgrp(descripteur);
+  return groupe == -1 || groupe == getpgrp();  // -1: a terminal without jobs of ours
+}
+
+std::size_t Terminal::tenter(std::string_view octets) const {
+  const ssize_t n = write(descripteur, octets.data(), octets.size());
+  return n > 0 ? static_cast<std::size_t>(n) : 0;
+}
+
+Terminal terminal_des_erreurs() {
+  std::array<char, 256> nom{"/dev/tty"};  // may be opened whoever owns the terminal
+  const bool le_notre = tcgetpgrp(STDERR_FILENO) != -1;
+  if (!le_notre && ttyname_r(STDERR_FILENO, nom.data(), nom.size()) != 0) return {};
+  const char* const genre = std::getenv("TERM");
+  return {open(nom.data(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC),
+          genre == nullptr || std::string_view(genre) != "dumb"};
+}
 
 std::uint64_t memoire_des_groupes(const std::string& racine) {
   std::uint64_t libre = sans_limite;
@@ -226,7 +256,11 @@ void ecrire_erreur(std::string_view octets) {
 
 bool entree_est_un_terminal() { return false; }
 
-bool erreur_est_un_terminal() { return false; }
+std::size_t Terminal::colonnes() const { return 0; }
+bool Terminal::au_premier_plan() const { return false; }
+std::size_t Terminal::tenter(std::string_view /*octets*/) const { return 0; }
+
+Terminal terminal_des_erreurs() { return {}; }
 
 std::uint64_t memoire_des_groupes(const std::string& /*racine*/) {
   return std::numeric_limits<std::uint64_t>::max();

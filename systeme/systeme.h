@@ -22,12 +22,31 @@ bool entree_prete();
 /// Writes all the bytes; false when they can no longer be written.
 bool ecrire_sortie(std::string_view octets);
 
-/// The same on standard error; what cannot be written there is lost. Safe in a signal handler.
+/// The same on standard error; what cannot be written there is lost.
 void ecrire_erreur(std::string_view octets);
 
-/// Whether standard input, standard error is a terminal.
+/// Whether standard input is a terminal.
 bool entree_est_un_terminal();
-bool erreur_est_un_terminal();
+
+/// A terminal to draw on while there is work to do: nothing here ever waits for it, and all is safe
+/// in a signal handler.
+struct Terminal {
+  int descripteur = -1;
+  bool obeit = false;  // to control sequences
+
+  bool existe() const { return descripteur >= 0; }
+  /// How wide it is at this moment; 80 where it does not tell.
+  std::size_t colonnes() const;
+  /// False while the program is a job in the background of this terminal.
+  bool au_premier_plan() const;
+  /// Writes, in one attempt; gives how many of the bytes the terminal took.
+  std::size_t tenter(std::string_view octets) const;
+};
+
+/// The one behind standard error; none where there is no terminal. It is opened once more: a stopped
+/// terminal makes whoever writes wait, unless the descriptor is told otherwise, and the program's
+/// own descriptors cannot be told so without telling the shell and all others that hold them.
+Terminal terminal_des_erreurs();
 
 /// How many more bytes the process can be given: the least of what the machine has available, what
 /// its control groups leave, and what its limit of address space leaves. Asked anew at each call.
