@@ -69,7 +69,7 @@ BENCHMARK(BM_FacteurEcm)->DenseRange(48, 104, 8);
 
 void BM_FacteurEcmPortable(benchmark::State& etat) {
   parcourir(etat, produits(static_cast<int>(etat.range(0))),
-            [](Entier128 n) { return facteur_ecm_portable(n, 10000); });
+            [](Entier128 n) { return versions_de_facteur_ecm().back().boucle(n, 10000); });
 }
 BENCHMARK(BM_FacteurEcmPortable)->DenseRange(48, 96, 8);
 

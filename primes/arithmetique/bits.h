@@ -8,6 +8,7 @@
 #include <cstring>
 #include <span>
 
+#include "primes/arithmetique/processeur.h"
 #include "primes/arithmetique/roue.h"
 
 namespace premiers {
@@ -51,12 +52,15 @@ struct PlaceDuBit {
   std::uint64_t reste;
 };
 PlaceDuBit place_du_bit(const std::uint8_t* octets, std::uint32_t n);
+Versions<decltype(&place_du_bit)> versions_de_place_du_bit();
 
 /// Counts line by line, 64 bytes each: `avant[l]` becomes the number of set bits before line l, as
 /// many lines as `avant` has places; gives the number in all.
 std::uint32_t compter_par_ligne(const std::uint8_t* octets, std::span<std::uint32_t> avant);
+Versions<decltype(&compter_par_ligne)> versions_de_compter_par_ligne();
 
 /// Number of set bits. Costs about one cycle for 8 bytes where the processor counts bits itself.
 std::uint64_t compter_bits(std::span<const std::uint8_t> octets);
+Versions<decltype(&compter_bits)> versions_de_compter_bits();
 
 }  // namespace premiers

@@ -146,18 +146,6 @@ std::vector<double> inverser(const std::vector<std::uint32_t>& premiers) {
   return rangee.poids * somme;
 }
 
-std::uint64_t balayer_portable(Rangee& rangee, const TablePi& fenetre, const Plan& plan,
-                               const std::vector<double>& inverses) {
-  return balayer(rangee, fenetre, plan, inverses);
-}
-#if defined(__x86_64__)
-[[gnu::target("popcnt")]] std::uint64_t balayer_popcnt(Rangee& rangee, const TablePi& fenetre,
-                                                       const Plan& plan,
-                                                       const std::vector<double>& inverses) {
-  return balayer(rangee, fenetre, plan, inverses);
-}
-#endif
-
 // Effect: 16 bytes a case; the table should fill half of the second-level cache.
 // Sensible: 2^13 (first-level cache, more windows to go through) to 2^16.
 constexpr std::uint64_t cases_par_fenetre = std::uint64_t{1} << 15;
@@ -165,13 +153,8 @@ constexpr std::uint64_t cases_par_fenetre = std::uint64_t{1} << 15;
 // Leaves between two calls of the progress report; a leaf takes about 2 ns.
 constexpr std::uint64_t feuilles_par_appel = 500'000;
 
-}  // namespace
-
-std::uint64_t feuilles_faciles(const Plan& plan, const Suivi& suivi) {
-  auto* balai = &balayer_portable;
-#if defined(__x86_64__)
-  if (__builtin_cpu_supports("popcnt")) balai = &balayer_popcnt;
-#endif
+template <auto balai>
+std::uint64_t feuilles_par(const Plan& plan, const Suivi& suivi) {
   Devis devis = dresser(plan);
   const std::vector<double> inverses = inverser(plan.premiers);
   std::uint64_t total = 0;
@@ -196,6 +179,21 @@ std::uint64_t feuilles_faciles(const Plan& plan, const Suivi& suivi) {
     std::erase_if(devis.rangees, [](const Rangee& r) { return r.haut == r.bas; });
   }
   return devis.somme;
+}
+
+constexpr Version<decltype(&feuilles_faciles)> versions[] = {
+#if defined(__x86_64__)
+    {instructions::popcnt, feuilles_par<Pour<balayer>::popcnt>},
+#endif
+    {instructions::aucune, feuilles_par<Pour<balayer>::tous>},
+};
+
+}  // namespace
+
+Versions<decltype(&feuilles_faciles)> versions_de_feuilles_faciles() { return versions; }
+
+std::uint64_t feuilles_faciles(const Plan& plan, const Suivi& suivi) {
+  return choisir(versions_de_feuilles_faciles()).boucle(plan, suivi);
 }
 
 }  // namespace premiers

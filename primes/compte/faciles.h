@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "primes/arithmetique/processeur.h"
 #include "primes/arithmetique/suivi.h"
 #include "primes/compte/tables.h"
 
@@ -13,5 +14,6 @@ namespace premiers {
 /// and an m <= z, m q > z, made of distinct primes in ]q, y], for which x / (m q) < q^2.
 /// Time O(x^(2/3) / log^2 x), memory 25 bytes for each prime up to y and half a megabyte.
 std::uint64_t feuilles_faciles(const Plan& plan, const Suivi& suivi = {});
+Versions<decltype(&feuilles_faciles)> versions_de_feuilles_faciles();
 
 }  // namespace premiers

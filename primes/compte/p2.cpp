@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
@@ -67,6 +68,7 @@ struct Montee {
     const std::uint64_t octet = fin / 30;
     if (suivi) suivi(static_cast<double>(octet) / static_cast<double>(octet_fin));
     octets.resize(std::min<std::uint64_t>(crible.taille(), octet_fin - fin / 30));
+    assert(!octets.empty());  // all bounds are <= sommet
     crible.remplir(octets);
     origine = fin;
     fin += 30 * octets.size();
@@ -102,33 +104,33 @@ struct Montee {
   return somme;
 }
 
-std::uint64_t sommer_portable(Montee& m, std::uint64_t x, const std::vector<std::uint32_t>& p) {
-  return sommer(m, x, p);
-}
-#if defined(__x86_64__)
-[[gnu::target("popcnt")]] std::uint64_t sommer_popcnt(Montee& m, std::uint64_t x,
-                                                      const std::vector<std::uint32_t>& p) {
-  return sommer(m, x, p);
-}
-#endif
-
-}  // namespace
-
-std::uint64_t compte_p2(const Plan& plan, const Suivi& suivi) {
-  auto* somme_lot = &sommer_portable;
-#if defined(__x86_64__)
-  if (__builtin_cpu_supports("popcnt")) somme_lot = &sommer_popcnt;
-#endif
+template <auto sommer_lot>
+std::uint64_t p2_par(const Plan& plan, const Suivi& suivi) {
   const std::uint64_t a = plan.nombre();
   Descente descente{plan.y, racine_carree(plan.x)};
   Montee montee(plan.x / plan.y, suivi);
   std::uint64_t somme = 0;
   std::uint64_t b = a;
   while (descente.suivante()) {
-    somme += somme_lot(montee, plan.x, descente.premiers);
+    somme += sommer_lot(montee, plan.x, descente.premiers);
     b += descente.premiers.size();
   }
   return somme - (b * (b - 1) / 2 - a * (a - 1) / 2);
+}
+
+constexpr Version<decltype(&compte_p2)> versions[] = {
+#if defined(__x86_64__)
+    {instructions::popcnt, p2_par<Pour<sommer>::popcnt>},
+#endif
+    {instructions::aucune, p2_par<Pour<sommer>::tous>},
+};
+
+}  // namespace
+
+Versions<decltype(&compte_p2)> versions_de_compte_p2() { return versions; }
+
+std::uint64_t compte_p2(const Plan& plan, const Suivi& suivi) {
+  return choisir(versions_de_compte_p2()).boucle(plan, suivi);
 }
 
 }  // namespace premiers

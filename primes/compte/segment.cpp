@@ -85,19 +85,7 @@ struct Phase {
   return somme;
 }
 
-constexpr SegmentCompte::Noyaux noyaux_portables{
-    [](SegmentCompte& s, const Motif& motif) { poser(s, motif); },
-    [](const SegmentCompte& s, std::span<const Question> q) { return compter(s, q); }};
-
 #if defined(__x86_64__)
-
-[[gnu::target("popcnt")]] void poser_popcnt(SegmentCompte& s, const Motif& motif) {
-  poser(s, motif);
-}
-[[gnu::target("popcnt")]] std::uint64_t compter_popcnt(const SegmentCompte& s,
-                                                       std::span<const Question> questions) {
-  return compter(s, questions);
-}
 
 [[gnu::target("avx512f,avx512vpopcntdq")]] inline std::uint64_t reduire(__m512i v) {
   const __m256i demi = _mm256_add_epi64(_mm512_maskz_extracti64x4_epi64(0xF, v, 0),
@@ -142,6 +130,14 @@ constexpr SegmentCompte::Noyaux noyaux_portables{
 }
 
 #endif
+
+constexpr Version<SegmentCompte::Noyaux> versions[] = {
+#if defined(__x86_64__)
+    {instructions::avx512f | instructions::avx512vpopcntdq, {poser_avx512, compter_avx512}},
+    {instructions::popcnt, {Pour<poser>::popcnt, Pour<compter>::popcnt}},
+#endif
+    {instructions::aucune, {Pour<poser>::tous, Pour<compter>::tous}},
+};
 
 // The multiples of primes 30 k + residus[R], by the residue of the cofactor
 // (primes/arithmetique/roue.h).
@@ -228,19 +224,9 @@ SegmentCompte::SegmentCompte(std::size_t taille)
     : mots(taille / 8),
       blocs(taille / octets_par_bloc),
       avant(taille / octets_par_bloc),
-      noyaux(noyaux_possibles().front()) {}
+      noyaux(choisir(versions_des_noyaux()).boucle) {}
 
-std::vector<SegmentCompte::Noyaux> SegmentCompte::noyaux_possibles() {
-  std::vector<Noyaux> versions;
-#if defined(__x86_64__)
-  if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vpopcntdq")) {
-    versions.push_back({&poser_avx512, &compter_avx512});
-  }
-  if (__builtin_cpu_supports("popcnt")) versions.push_back({&poser_popcnt, &compter_popcnt});
-#endif
-  versions.push_back(noyaux_portables);
-  return versions;
-}
+Versions<SegmentCompte::Noyaux> SegmentCompte::versions_des_noyaux() { return versions; }
 
 void SegmentCompte::commencer(const Motif& a, const Motif& b) {
   Phase phase(*this, a);

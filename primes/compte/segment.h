@@ -12,6 +12,8 @@
 #include <span>
 #include <vector>
 
+#include "primes/arithmetique/processeur.h"
+
 namespace premiers {
 
 /// The flags of the integers without some small prime factors: words that repeat after `periode`,
@@ -63,15 +65,14 @@ struct SegmentCompte {
     // signed sum of the flags up to n within the block of n
     std::uint64_t (*compter)(const SegmentCompte& s, std::span<const Question> questions);
   };
-  /// The versions that the processor can run, best first; the first is what a segment takes.
-  static std::vector<Noyaux> noyaux_possibles();
+  static Versions<Noyaux> versions_des_noyaux();
 
   std::uint64_t octet = 0;  // the first byte, from that of 0 .. 29
   std::uint64_t total = 0;  // flags left
   std::vector<std::uint64_t> mots;
   std::vector<std::uint16_t> blocs;  // flags left in each block
   std::vector<std::uint32_t> avant;  // flags left before each block, as of `cumuler`
-  Noyaux noyaux;
+  Noyaux noyaux;                     // the best, unless a test asks for others
 };
 
 /// Answers questions with increasing n, as long as nothing is taken out of the segment.

@@ -80,11 +80,8 @@ using Sources = std::array<const std::uint8_t*, par_passe>;
 
 /// out = (Premiere ? all ones : out) AND the eight sources, n bytes.
 template <bool Premiere>
-#if defined(__GNUC__)
-[[gnu::always_inline]]
-#endif
-inline void
-joindre(std::uint8_t* __restrict out, const Sources& s, std::size_t n) {
+[[gnu::always_inline]] inline void joindre(std::uint8_t* __restrict out, const Sources& s,
+                                           std::size_t n) {
   const std::uint8_t *a = s[0], *b = s[1], *c = s[2], *d = s[3];
   const std::uint8_t *e = s[4], *f = s[5], *g = s[6], *h = s[7];
   for (std::size_t i = 0; i < n; ++i) {
@@ -94,26 +91,6 @@ joindre(std::uint8_t* __restrict out, const Sources& s, std::size_t n) {
 }
 
 using Joindre = void (*)(std::uint8_t*, const Sources&, std::size_t);
-
-template <bool Premiere>
-void joindre_base(std::uint8_t* out, const Sources& s, std::size_t n) {
-  joindre<Premiere>(out, s, n);
-}
-
-#if defined(__x86_64__)
-template <bool Premiere>
-[[gnu::target("avx2")]] void joindre_avx2(std::uint8_t* out, const Sources& s, std::size_t n) {
-  joindre<Premiere>(out, s, n);
-}
-#endif
-
-template <bool Premiere>
-Joindre joindre_choisi() {
-#if defined(__x86_64__)
-  if (__builtin_cpu_supports("avx2")) return joindre_avx2<Premiere>;
-#endif
-  return joindre_base<Premiere>;
-}
 
 void passer(const Passe& passe, Joindre fonction, std::span<std::uint8_t> octets,
             std::uint64_t premier_octet) {
@@ -149,16 +126,29 @@ constexpr std::array<std::uint8_t, taille_debut> debut = [] {
   return t;
 }();
 
-}  // namespace
-
-void precribler(std::span<std::uint8_t> octets, std::uint64_t premier_octet) {
-  static const Joindre premiere = joindre_choisi<true>();
-  static const Joindre seconde = joindre_choisi<false>();
+template <Joindre premiere, Joindre seconde>
+void precribler_par(std::span<std::uint8_t> octets, std::uint64_t premier_octet) {
   passer(passes[0], premiere, octets, premier_octet);
   passer(passes[1], seconde, octets, premier_octet);
   for (std::size_t i = 0; i < octets.size() && premier_octet + i < taille_debut; ++i) {
     octets[i] = debut[premier_octet + i];
   }
+}
+
+constexpr Version<decltype(&precribler)> versions[] = {
+#if defined(__x86_64__)
+    {instructions::avx2, precribler_par<Pour<joindre<true>>::avx2, Pour<joindre<false>>::avx2>},
+#endif
+    {instructions::aucune, precribler_par<Pour<joindre<true>>::tous, Pour<joindre<false>>::tous>},
+};
+
+}  // namespace
+
+Versions<decltype(&precribler)> versions_de_precribler() { return versions; }
+
+void precribler(std::span<std::uint8_t> octets, std::uint64_t premier_octet) {
+  static const auto boucle = choisir(versions_de_precribler()).boucle;
+  boucle(octets, premier_octet);
 }
 
 }  // namespace premiers

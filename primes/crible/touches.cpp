@@ -4,6 +4,7 @@
 
 #include <array>
 #include <bit>
+#include <cassert>
 
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/roue.h"
@@ -32,8 +33,9 @@ Bornes bornes(const Fenetre& f, std::uint64_t plus_petit) {
   return {debut, fin, fin / b * (0x1p-49 + x * x * x * x)};
 }
 
-std::size_t touches_base(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
-                         const Bornes& w, std::uint32_t* sortie) {
+std::size_t touches_portable(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+                             const Fenetre& fenetre, std::uint32_t* sortie) {
+  const Bornes w = bornes(fenetre, 30 * premier_octet);
   std::size_t nombre = 0;
   for (std::size_t i = 0; i < octets.size(); i += 8) {
     const std::size_t n = octets.size() - i < 8 ? octets.size() - i : 8;
@@ -54,9 +56,14 @@ std::size_t touches_base(std::span<const std::uint8_t> octets, std::uint64_t pre
 
 #if defined(__x86_64__)
 
+constexpr Instructions besoin_avx512 = instructions::avx512f | instructions::avx512bw |
+                                       instructions::avx512vl | instructions::avx512vbmi2 |
+                                       instructions::popcnt;
+
 [[gnu::target("avx512f,avx512bw,avx512vl,avx512vbmi2,popcnt")]] std::size_t touches_avx512(
-    std::span<const std::uint8_t> octets, std::uint64_t premier_octet, const Bornes& w,
+    std::span<const std::uint8_t> octets, std::uint64_t premier_octet, const Fenetre& fenetre,
     std::uint32_t* sortie) {
+  const Bornes w = bornes(fenetre, 30 * premier_octet);
   const __m512i valeurs = _mm512_loadu_si512(valeurs_bits.data());
   const __m512d un = _mm512_set1_pd(1);
   const __m512d ecart = _mm512_set1_pd(w.ecart);
@@ -100,24 +107,23 @@ std::size_t touches_base(std::span<const std::uint8_t> octets, std::uint64_t pre
 
 #endif
 
+constexpr Version<decltype(&touches)> versions[] = {
+#if defined(__x86_64__)
+    {besoin_avx512, touches_avx512},
+#endif
+    {instructions::aucune, touches_portable},
+};
+
 }  // namespace
 
-std::size_t touches_portable(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
-                             const Fenetre& fenetre, std::uint32_t* sortie) {
-  return touches_base(octets, premier_octet, bornes(fenetre, 30 * premier_octet), sortie);
-}
+Versions<decltype(&touches)> versions_de_touches() { return versions; }
 
 std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
                     const Fenetre& fenetre, std::uint32_t* sortie) {
-#if defined(__x86_64__)
-  static const bool avx512 =
-      __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-      __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi2");
-  if (avx512) {
-    return touches_avx512(octets, premier_octet, bornes(fenetre, 30 * premier_octet), sortie);
-  }
-#endif
-  return touches_portable(octets, premier_octet, fenetre, sortie);
+  assert(fenetre.debut < fenetre.fin);
+  assert(30 * premier_octet >= (std::uint64_t{1} << 19) - 30);
+  static const auto boucle = choisir(versions_de_touches()).boucle;
+  return boucle(octets, premier_octet, fenetre, sortie);
 }
 
 }  // namespace premiers

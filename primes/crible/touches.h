@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <span>
 
+#include "primes/arithmetique/processeur.h"
+
 namespace premiers {
 
 /// A window of integers [debut, fin), 0 < debut < fin <= 2^64.
@@ -25,9 +27,6 @@ struct Fenetre {
 /// out. All p are in [2^19, 2^32); `sortie` has room for 8 for each byte, and 8 more.
 std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
                     const Fenetre& fenetre, std::uint32_t* sortie);
-
-/// The same in plain C++, which is what processors without AVX-512 get.
-std::size_t touches_portable(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
-                             const Fenetre& fenetre, std::uint32_t* sortie);
+Versions<decltype(&touches)> versions_de_touches();
 
 }  // namespace premiers

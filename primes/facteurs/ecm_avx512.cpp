@@ -96,21 +96,4 @@ Entier128 essayer_huit(Entier128 n, const std::uint32_t* sigma, std::size_t b1, 
 #pragma GCC pop_options
 #endif
 
-namespace premiers::ecm {
-
-bool avx512_disponible() {
-  return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512ifma");
-}
-
-}  // namespace premiers::ecm
-
-#else
-
-namespace premiers::ecm {
-
-bool avx512_disponible() { return false; }
-Entier128 essayer_huit(Entier128, const std::uint32_t*, std::size_t, std::size_t) { return 1; }
-
-}  // namespace premiers::ecm
-
 #endif

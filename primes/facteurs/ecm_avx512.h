@@ -6,17 +6,18 @@
 #include <cstdint>
 
 #include "primes/arithmetique/entier128.h"
+#include "primes/arithmetique/processeur.h"
 
 namespace premiers::ecm {
 
 inline constexpr std::size_t voies_avx512 = 8;
 inline constexpr int bits_maximum_avx512 = 126;
 
-/// Can this processor run `essayer_huit`? Never on processors other than x86-64.
-bool avx512_disponible();
+/// What the eight lanes need of the processor; there are none on processors other than x86-64.
+inline constexpr Instructions besoin_avx512 = instructions::avx512f | instructions::avx512ifma;
 
 /// Tries the eight curves sigma[0..7] on the odd n, 2^22 < n < 2^126. A proper factor of n, or 1.
-/// Only to be called where `avx512_disponible()`. b1 and b2 as in primes/facteurs/ecm.h.
+/// Only to be called where `jouable(besoin_avx512)`. b1 and b2 as in primes/facteurs/ecm.h.
 Entier128 essayer_huit(Entier128 n, const std::uint32_t* sigma, std::size_t b1, std::size_t b2);
 
 }  // namespace premiers::ecm

@@ -101,15 +101,4 @@ NTL::ZZ essayer_huit_long(const NTL::ZZ& n, const std::array<std::uint32_t, 8>& 
 #pragma GCC pop_options
 #endif
 
-#else
-
-namespace premiers::ecm {
-
-NTL::ZZ essayer_huit_long(const NTL::ZZ&, const std::array<std::uint32_t, 8>&, std::size_t,
-                          std::size_t) {
-  return NTL::ZZ{1};
-}
-
-}  // namespace premiers::ecm
-
 #endif

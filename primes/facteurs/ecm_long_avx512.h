@@ -11,7 +11,8 @@
 namespace premiers::ecm {
 
 /// Tries the eight curves `sigma` on the odd n, 2^64 < n < 2^412, with the bounds b1 and
-/// b2 of primes/facteurs/ecm.h. A proper factor of n, or 1. Only to be called where `avx512_disponible()`.
+/// b2 of primes/facteurs/ecm.h. A proper factor of n, or 1. Only to be called where
+/// `jouable(besoin_avx512)` (primes/facteurs/ecm_avx512.h).
 NTL::ZZ essayer_huit_long(const NTL::ZZ& n, const std::array<std::uint32_t, 8>& sigma,
                           std::size_t b1, std::size_t b2);
 

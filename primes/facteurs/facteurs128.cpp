@@ -101,18 +101,6 @@ std::optional<Entier128> facteur_scalaire(Entier128 n, unsigned courbes) {
   return parcourir<voies>(n, courbes, bornes_scalaires, essayer_voies<M, voies>);
 }
 
-}  // namespace
-
-std::optional<Entier128> facteur_ecm(Entier128 n, unsigned courbes) {
-  if (bits(n) > ecm::bits_maximum_avx512 || !ecm::avx512_disponible()) {
-    return facteur_ecm_portable(n, courbes);
-  }
-  const auto huit = [](Entier128 m, const std::uint32_t* sigma, const Bornes& b) {
-    return ecm::essayer_huit(m, sigma, b.b1, b.b2);
-  };
-  return parcourir<ecm::voies_avx512>(n, courbes, bornes_avx512, huit);
-}
-
 std::optional<Entier128> facteur_ecm_portable(Entier128 n, unsigned courbes) {
   using Souple64 = MontgomerySouple<Montgomery64>;
   using Souple128 = MontgomerySouple<Montgomery128>;
@@ -121,6 +109,34 @@ std::optional<Entier128> facteur_ecm_portable(Entier128 n, unsigned courbes) {
   if (taille <= 64) return facteur_scalaire<Montgomery64, 2>(n, courbes);
   if (taille <= Souple128::bits_maximum) return facteur_scalaire<Souple128, 2>(n, courbes);
   return facteur_scalaire<Montgomery128, 2>(n, courbes);
+}
+
+#if defined(__x86_64__)
+
+std::optional<Entier128> facteur_ecm_avx512(Entier128 n, unsigned courbes) {
+  if (bits(n) > ecm::bits_maximum_avx512) return facteur_ecm_portable(n, courbes);
+  const auto huit = [](Entier128 m, const std::uint32_t* sigma, const Bornes& b) {
+    return ecm::essayer_huit(m, sigma, b.b1, b.b2);
+  };
+  return parcourir<ecm::voies_avx512>(n, courbes, bornes_avx512, huit);
+}
+
+#endif
+
+constexpr Version<decltype(&facteur_ecm)> versions[] = {
+#if defined(__x86_64__)
+    {ecm::besoin_avx512, facteur_ecm_avx512},
+#endif
+    {instructions::aucune, facteur_ecm_portable},
+};
+
+}  // namespace
+
+Versions<decltype(&facteur_ecm)> versions_de_facteur_ecm() { return versions; }
+
+std::optional<Entier128> facteur_ecm(Entier128 n, unsigned courbes) {
+  static const auto boucle = choisir(versions_de_facteur_ecm()).boucle;
+  return boucle(n, courbes);
 }
 
 }  // namespace premiers

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "primes/arithmetique/entier128.h"
+#include "primes/arithmetique/processeur.h"
 
 namespace premiers {
 
@@ -18,8 +19,6 @@ namespace premiers {
 /// IFMA and without: 72 bits 0.07 and 0.32, 80 bits 0.15 and 0.84, 96 bits 0.6 and 3.4; 104 bits
 /// 2.1 with. Beyond some 100 bits (30 digits) sieves are faster.
 std::optional<Entier128> facteur_ecm(Entier128 n, unsigned courbes);
-
-/// The same without vector instructions: what `facteur_ecm` is on processors that lack them.
-std::optional<Entier128> facteur_ecm_portable(Entier128 n, unsigned courbes);
+Versions<decltype(&facteur_ecm)> versions_de_facteur_ecm();
 
 }  // namespace premiers

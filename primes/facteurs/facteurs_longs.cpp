@@ -55,20 +55,38 @@ std::optional<NTL::ZZ> parcourir(const NTL::ZZ& n, const EffortEcm& effort, cons
   return std::nullopt;
 }
 
-}  // namespace
+std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortEcm& effort,
+                                                 unsigned premiere, const Suivi& suivi) {
+  return parcourir(n, effort, suivi,
+                   [&](unsigned i) { return essayer_une(n, premiere + i, effort); });
+}
 
-std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
-                                        unsigned premiere, const Suivi& suivi) {
-  if (!ecm::avx512_disponible()) return facteur_ecm_long_portable(n, effort, premiere, suivi);
+#if defined(__x86_64__)
+
+std::optional<NTL::ZZ> facteur_ecm_long_avx512(const NTL::ZZ& n, const EffortEcm& effort,
+                                               unsigned premiere, const Suivi& suivi) {
   return parcourir(n, effort, suivi, [&](unsigned i) {
     return ecm::essayer_huit_long(n, sigmas<8>(premiere + i), effort.b1, effort.b2);
   });
 }
 
-std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortEcm& effort,
-                                                 unsigned premiere, const Suivi& suivi) {
-  return parcourir(n, effort, suivi,
-                   [&](unsigned i) { return essayer_une(n, premiere + i, effort); });
+#endif
+
+constexpr Version<decltype(&facteur_ecm_long)> versions[] = {
+#if defined(__x86_64__)
+    {ecm::besoin_avx512, facteur_ecm_long_avx512},
+#endif
+    {instructions::aucune, facteur_ecm_long_portable},
+};
+
+}  // namespace
+
+Versions<decltype(&facteur_ecm_long)> versions_de_facteur_ecm_long() { return versions; }
+
+std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
+                                        unsigned premiere, const Suivi& suivi) {
+  static const auto boucle = choisir(versions_de_facteur_ecm_long()).boucle;
+  return boucle(n, effort, premiere, suivi);
 }
 
 }  // namespace premiers

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "primes/arithmetique/processeur.h"
 #include "primes/arithmetique/suivi.h"
 
 namespace premiers {
@@ -33,9 +34,6 @@ struct EffortEcm {
 /// another chance.
 std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
                                         unsigned premiere = 0, const Suivi& suivi = {});
-
-/// The same without vector instructions: what `facteur_ecm_long` is on processors that lack them.
-std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortEcm& effort,
-                                                 unsigned premiere = 0, const Suivi& suivi = {});
+Versions<decltype(&facteur_ecm_long)> versions_de_facteur_ecm_long();
 
 }  // namespace premiers

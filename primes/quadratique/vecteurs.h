@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "primes/arithmetique/processeur.h"
+
 namespace premiers::quadratique {
 
 /// The arrays indexed by prime have a multiple of this many elements.
@@ -45,5 +47,6 @@ struct Vecteurs {
 
 /// The best version for this processor.
 const Vecteurs& vecteurs();
+Versions<Vecteurs> versions_des_vecteurs();
 
 }  // namespace premiers::quadratique

@@ -283,9 +283,15 @@ TEST(Compte, EveryTermAsItIsDefined) {
     }
     const Plan plan(c.x, c.y, c.z);
     EXPECT_EQ(feuilles_ordinaires(plan), ordinaires) << c.x << ' ' << c.y << ' ' << c.z;
-    EXPECT_EQ(feuilles_faciles(plan), faciles) << c.x << ' ' << c.y << ' ' << c.z;
+    for (const auto& v : versions_de_feuilles_faciles()) {
+      if (!jouable(v.besoin)) continue;
+      EXPECT_EQ(v.boucle(plan, {}), faciles) << c.x << ' ' << c.y << ' ' << c.z;
+    }
     EXPECT_EQ(feuilles_difficiles(plan), difficiles) << c.x << ' ' << c.y << ' ' << c.z;
-    EXPECT_EQ(compte_p2(plan), p2) << c.x << ' ' << c.y << ' ' << c.z;
+    for (const auto& v : versions_de_compte_p2()) {
+      if (!jouable(v.besoin)) continue;
+      EXPECT_EQ(v.boucle(plan, {}), p2) << c.x << ' ' << c.y << ' ' << c.z;
+    }
   }
 }
 
@@ -389,7 +395,9 @@ void verifier_segment(const SegmentCompte::Noyaux& noyaux) {
 }
 
 TEST(CompteSegment, EveryVersionCountsLikeAPlainSieve) {
-  for (const SegmentCompte::Noyaux& n : SegmentCompte::noyaux_possibles()) verifier_segment(n);
+  for (const auto& v : SegmentCompte::versions_des_noyaux()) {
+    if (jouable(v.besoin)) verifier_segment(v.boucle);
+  }
 }
 
 TEST(CompteSuivi, ProgressGrowsFrom0To1) {

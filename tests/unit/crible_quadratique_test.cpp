@@ -222,10 +222,11 @@ TEST(CribleQuadratiqueVecteurs, ListEachByteAndEachNumberOnce) {
         if (nombres[i] < ~0U / rarete) petits.push_back(nombres[i]);
       }
       std::vector<std::uint32_t> liste;
-      quadratique::vecteurs().relever(octets.data(), n, liste);
+      const quadratique::Vecteurs& boucles = quadratique::vecteurs();
+      boucles.relever(octets.data(), n, liste);
       EXPECT_EQ(liste, leves);
       liste.assign(n + 16, 0);
-      liste.resize(quadratique::vecteurs().retenir(nombres.data(), n, ~0U / rarete, liste.data()));
+      liste.resize(boucles.retenir(nombres.data(), n, ~0U / rarete, liste.data()));
       EXPECT_EQ(liste, petits);
     }
   }

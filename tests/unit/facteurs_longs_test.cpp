@@ -60,10 +60,11 @@ TEST(MontgomeryLong, AgreesWithLongArithmeticUpToItsLimits) {
 
 using Methode = decltype(&facteur_ecm_long);
 
-/// What this processor gets, and what those without AVX-512 get.
+/// What this processor gets, and the plain version.
 struct FacteursLongs : testing::TestWithParam<Methode> {};
 INSTANTIATE_TEST_SUITE_P(, FacteursLongs,
-                         testing::Values(&facteur_ecm_long, &facteur_ecm_long_portable),
+                         testing::Values(&facteur_ecm_long,
+                                         versions_de_facteur_ecm_long().back().boucle),
                          [](const auto& methode) {
                            return methode.index == 0 ? "here" : "portable";
                          });
@@ -92,7 +93,7 @@ ZZ essayer_une(const ZZ& n, std::uint32_t sigma) {
 }
 
 TEST(CourbesLongues, BothArithmeticsFindTheSameOnEveryCurve) {
-  if (!ecm::avx512_disponible()) GTEST_SKIP() << "no AVX-512 IFMA here";
+  if (!jouable(ecm::besoin_avx512)) GTEST_SKIP() << "no AVX-512 IFMA here";
   NTL::SetSeed(ZZ{6});
   int trouves = 0;
   for (const long bits : {90L, 148L, 149L, 204L, 205L, 256L, 257L, 308L, 309L, 380L}) {

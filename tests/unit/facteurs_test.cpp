@@ -290,7 +290,7 @@ TEST(Ecm, AllArithmeticsFindTheSame) {
     EXPECT_TRUE((essayer_avec<MontgomerySouple<Montgomery64>, 8>(n, sigma.data()) == attendu));
     EXPECT_TRUE((essayer_avec<Montgomery128, 8>(n, sigma.data()) == attendu));
     EXPECT_TRUE((essayer_avec<MontgomerySouple<Montgomery128>, 8>(n, sigma.data()) == attendu));
-    if (ecm::avx512_disponible()) {
+    if (jouable(ecm::besoin_avx512)) {
       EXPECT_TRUE(ecm::essayer_huit(n, sigma.data(), 50, 2000) == attendu);
     }
   }
@@ -298,7 +298,9 @@ TEST(Ecm, AllArithmeticsFindTheSame) {
 }
 
 void verifier_ecm(Entier128 n, Entier128 p, Entier128 q) {
-  for (const auto& f : {facteur_ecm(n, 2000), facteur_ecm_portable(n, 2000)}) {
+  for (const auto& v : versions_de_facteur_ecm()) {
+    if (!jouable(v.besoin)) continue;
+    const auto f = v.boucle(n, 2000);
     ASSERT_TRUE(f.has_value()) << en_zz(n);
     EXPECT_TRUE(*f == p || *f == q) << en_zz(n);
   }
@@ -334,7 +336,7 @@ TEST(Facteurs128, KeepsToItsNumberOfCurves) {
   EXPECT_FALSE(facteur_ecm(~Entier128{0} - 158, 0).has_value());   // no curve, no factor
   EXPECT_FALSE(facteur_ecm(~Entier128{0} - 158, 16).has_value());  // 2^128 - 159 is prime
   EXPECT_FALSE(facteur_ecm((Entier128{1} << 89) - 1, 16).has_value());
-  EXPECT_FALSE(facteur_ecm_portable((Entier128{1} << 89) - 1, 16).has_value());
+  EXPECT_FALSE(versions_de_facteur_ecm().back().boucle((Entier128{1} << 89) - 1, 16).has_value());
 }
 
 TEST(Facteurs128, FermatAndMersenneNumbers) {

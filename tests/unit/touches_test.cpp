@@ -55,9 +55,9 @@ void comparer(Filtre filtre, const Cas& cas, bool tous) {
   EXPECT_LE(superflus, candidats / 100) << cas.plus_petit << " at " << cas.debut;
 }
 
-/// What this processor gets, and what those without AVX-512 get.
+/// What this processor gets, and the plain version.
 struct Touches : testing::TestWithParam<Filtre> {};
-INSTANTIATE_TEST_SUITE_P(, Touches, testing::Values(&touches, &touches_portable),
+INSTANTIATE_TEST_SUITE_P(, Touches, testing::Values(&touches, versions_de_touches().back().boucle),
                          [](const auto& filtre) {
                            return filtre.index == 0 ? "here" : "portable";
                          });

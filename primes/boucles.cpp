@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "primes/boucles.h"
+
+#include "primes/arithmetique/bits.h"
+#include "primes/compte/faciles.h"
+#include "primes/compte/p2.h"
+#include "primes/compte/segment.h"
+#include "primes/crible/precrible.h"
+#include "primes/crible/touches.h"
+#include "primes/facteurs/facteurs128.h"
+#include "primes/facteurs/facteurs_longs.h"
+#include "primes/quadratique/vecteurs.h"
+
+namespace premiers {
+
+namespace {
+
+template <class F>
+Boucle decrire(std::string_view nom, Versions<F> versions) {
+  Boucle b{nom, {}, choisir(versions).besoin};
+  for (const Version<F>& v : versions) b.versions.push_back(v.besoin);
+  return b;
+}
+
+}  // namespace
+
+std::vector<Boucle> boucles() {
+  return {decrire("place_du_bit", versions_de_place_du_bit()),
+          decrire("compter_par_ligne", versions_de_compter_par_ligne()),
+          decrire("compter_bits", versions_de_compter_bits()),
+          decrire("touches", versions_de_touches()),
+          decrire("precribler", versions_de_precribler()),
+          decrire("segment", SegmentCompte::versions_des_noyaux()),
+          decrire("feuilles_faciles", versions_de_feuilles_faciles()),
+          decrire("compte_p2", versions_de_compte_p2()),
+          decrire("vecteurs", quadratique::versions_des_vecteurs()),
+          decrire("facteur_ecm", versions_de_facteur_ecm()),
+          decrire("facteur_ecm_long", versions_de_facteur_ecm_long())};
+}
+
+}  // namespace premiers

@@ -1,0 +1,441 @@
+// SPDX-License-Identifier: MIT
+// Every version of every loop that this machine can run, not only the one it takes, against a plain
+// loop written here, at the sizes and alignments around the vectors' own. The last test says which
+// paths ran, and fails if one was left out that could have.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <iterator>
+#include <random>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "primes/arithmetique/bits.h"
+#include "primes/arithmetique/racines.h"
+#include "primes/arithmetique/zz.h"
+#include "primes/compte/faciles.h"
+#include "primes/compte/p2.h"
+#include "primes/compte/segment.h"
+#include "primes/compte/tables.h"
+#include "primes/crible/precrible.h"
+#include "primes/crible/touches.h"
+#include "primes/facteurs/facteurs128.h"
+#include "primes/facteurs/facteurs_longs.h"
+#include "primes/quadratique/vecteurs.h"
+#include "tests/chemins.h"
+
+namespace premiers {
+namespace {
+
+using Octets = std::vector<std::uint8_t>;
+using Nombres = std::vector<std::uint32_t>;
+
+chemins::Comparees& comparees() {
+  static chemins::Comparees c;
+  return c;
+}
+
+/// Calls comparer(loop) for every version that this machine can run, allowed by the build or not.
+template <class F, class Comparer>
+void pour_chaque_version(std::string_view nom, Versions<F> versions, Comparer comparer) {
+  for (const Version<F>& v : versions) {
+    if (!chemins::essayable(v.besoin)) continue;
+    SCOPED_TRACE(std::string(nom) + ", " + nommer(v.besoin));
+    comparer(v.boucle);
+    comparees()[std::string(nom)].insert(v.besoin);
+  }
+}
+
+Octets octets_au_hasard(std::size_t n, unsigned graine, bool rares = false) {
+  std::mt19937 hasard(graine);
+  Octets r(n);
+  for (std::uint8_t& o : r) o = static_cast<std::uint8_t>(rares ? hasard() & hasard() : hasard());
+  return r;
+}
+
+// ---- Flags -----------------------------------------------------------------------------------
+
+bool bit(const std::uint8_t* octets, std::size_t i) { return (octets[i / 8] >> (i % 8) & 1U) != 0; }
+
+std::uint32_t compter_un_a_un(const std::uint8_t* octets, std::size_t n) {
+  std::uint32_t nombre = 0;
+  for (std::size_t i = 0; i < 8 * n; ++i) nombre += bit(octets, i) ? 1 : 0;
+  return nombre;
+}
+
+TEST(Versions, CountBits) {
+  const Octets octets = octets_au_hasard(300, 1);
+  pour_chaque_version("compter_bits", versions_de_compter_bits(), [&](auto compter) {
+    for (std::size_t debut = 0; debut <= 9; ++debut) {
+      for (std::size_t n = 0; n <= 260; ++n) {
+        ASSERT_EQ(compter({octets.data() + debut, n}), compter_un_a_un(octets.data() + debut, n))
+            << n << " at " << debut;
+      }
+    }
+  });
+}
+
+TEST(Versions, CountLineByLine) {
+  const Octets octets = octets_au_hasard(64 * 20 + 9, 2);
+  pour_chaque_version("compter_par_ligne", versions_de_compter_par_ligne(), [&](auto compter) {
+    for (std::size_t debut = 0; debut <= 9; ++debut) {
+      for (std::size_t lignes = 0; lignes <= 20; ++lignes) {
+        std::vector<std::uint32_t> avant(lignes);
+        const std::uint8_t* o = octets.data() + debut;
+        ASSERT_EQ(compter(o, avant), compter_un_a_un(o, 64 * lignes));
+        for (std::size_t l = 0; l < lignes; ++l) {
+          ASSERT_EQ(avant[l], compter_un_a_un(o, 64 * l)) << l << " at " << debut;
+        }
+      }
+    }
+  });
+}
+
+TEST(Versions, FindTheNthBit) {
+  pour_chaque_version("place_du_bit", versions_de_place_du_bit(), [](auto placer) {
+    for (const bool rares : {false, true}) {
+      const Octets octets = octets_au_hasard(8 * 20 + 9, 3, rares);
+      for (std::size_t debut = 0; debut <= 9; ++debut) {
+        std::uint32_t n = 0;
+        for (std::size_t i = 0; i < std::size_t{64} * 20; ++i) {
+          if (!bit(octets.data() + debut, i)) continue;
+          const PlaceDuBit place = placer(octets.data() + debut, ++n);
+          ASSERT_EQ(place.mot, i / 64) << n;
+          ASSERT_EQ(static_cast<std::size_t>(std::countr_zero(place.reste)), i % 64) << n;
+          ASSERT_EQ(place.reste,
+                    lire_mot(octets.data() + debut + 8 * place.mot) >> (i % 64) << (i % 64));
+        }
+      }
+    }
+  });
+}
+
+// ---- The sieve -------------------------------------------------------------------------------
+
+TEST(Versions, FilterLargePrimes) {
+  constexpr std::size_t n_octets = 100;
+  constexpr std::uint32_t garde = 0xFFFFFFFF;
+  const Octets octets = octets_au_hasard(n_octets, 4);
+  pour_chaque_version("touches", versions_de_touches(), [&](auto filtrer) {
+    std::size_t superflus = 0;
+    std::size_t candidats = 0;
+    for (const std::uint64_t premier_octet : {20'000ULL, 33'333'333ULL, 143'165'000ULL}) {
+      for (const std::uint64_t fenetre : {1'000'000'000'000ULL, 9'223'372'036'854'000'000ULL}) {
+        for (std::size_t n = 0; n <= n_octets; ++n) {
+          const std::size_t debut = (n_octets - n) % 9;
+          const std::span<const std::uint8_t> vus(octets.data() + debut, n - std::min(n, debut));
+          const Fenetre w{fenetre + n, fenetre + n + 20'000'000};
+          Nombres gardes(8 * vus.size() + 9, garde);
+          const std::size_t combien = filtrer(vus, premier_octet, w, gardes.data());
+          ASSERT_EQ(gardes.back(), garde) << "wrote behind the room that it asks for";
+          std::size_t i = 0;
+          pour_chaque_premier(vus, premier_octet, [&](std::uint64_t p) {
+            const bool touche = (w.fin - 1) / p != (w.debut - 1) / p;
+            const bool gardee = i < combien && gardes[i] == p;
+            ASSERT_TRUE(gardee || !touche) << p << " has a multiple after " << w.debut;
+            i += gardee ? 1 : 0;
+            ++candidats;
+            superflus += gardee && !touche ? 1 : 0;
+          });
+          ASSERT_EQ(i, combien) << "something that was no candidate, or out of order";
+        }
+      }
+    }
+    EXPECT_LE(superflus, candidats / 1000);
+  });
+}
+
+bool a_un_petit_facteur(std::uint64_t n) {
+  for (std::uint64_t p = 7; p <= dernier_precrible; p += 2) {
+    if (n % p == 0 && n != p) return true;
+  }
+  return n == 1;
+}
+
+// A prime below 163 keeps its flag, a product of such does not: divisors that are not prime do not
+// matter.
+TEST(Versions, Presieve) {
+  constexpr std::size_t garde = 64;
+  pour_chaque_version("precribler", versions_de_precribler(), [](auto precribler_ici) {
+    // The start, and where a pattern ends: the periods of 41 * 163 and 7 * 23 * 37 bytes.
+    for (const std::uint64_t premier_octet : {0ULL, 1ULL, 41ULL * 163 - 70, 7ULL * 23 * 37 - 33,
+                                              1'000'000'007ULL, 307'445'734'561'825'000ULL}) {
+      for (const std::size_t n :
+           {0, 1, 2, 7, 8, 15, 16, 31, 32, 33, 63, 64, 65, 127, 128, 129, 200}) {
+        for (const std::size_t debut : {0, 1, 15, 16, 31, 32, 33}) {
+          Octets octets(debut + n + garde, 0xA5);
+          precribler_ici({octets.data() + debut, n}, premier_octet);
+          for (std::size_t i = 0; i < octets.size(); ++i) {
+            if (i < debut || i >= debut + n) {
+              ASSERT_EQ(octets[i], 0xA5) << "wrote outside";
+              continue;
+            }
+            if (debut % 16 != 0 && n < 127) continue;  // the flags do not move with the place
+            for (std::size_t b = 0; b < 8; ++b) {
+              const std::uint64_t entier = 30 * (premier_octet + i - debut) + residus[b];
+              ASSERT_EQ(bit(&octets[i], b), !a_un_petit_facteur(entier)) << entier;
+            }
+          }
+        }
+      }
+    }
+  });
+}
+
+// ---- The count -------------------------------------------------------------------------------
+
+/// The flags of a segment as the test keeps them: one by one.
+struct SegmentNaif {
+  std::vector<bool> drapeaux;
+  std::uint64_t compter(std::uint64_t jusqu_a) const {
+    std::uint64_t r = 0;
+    for (std::size_t i = 0; i < drapeaux.size(); ++i) {
+      r += drapeaux[i] && 30 * (i / 8) + residus[i % 8] <= jusqu_a ? 1 : 0;
+    }
+    return r;
+  }
+};
+
+void comparer_le_segment(const SegmentCompte::Noyaux& noyaux, std::size_t taille,
+                         std::uint64_t octet) {
+  constexpr std::array<std::uint32_t, 2> facteurs_a{7, 11};
+  constexpr std::array<std::uint32_t, 2> facteurs_b{13, 17};
+  constexpr std::array<std::uint32_t, 1> facteurs_c{23};
+  SegmentCompte s(taille);
+  s.noyaux = noyaux;
+  s.octet = octet;
+  s.commencer(Motif(facteurs_a), Motif(facteurs_b));
+  s.poser(Motif(facteurs_c));
+  SegmentNaif naif{std::vector<bool>(8 * taille)};
+  for (std::size_t i = 0; i < 8 * taille; ++i) {
+    const std::uint64_t n = 30 * (octet + i / 8) + residus[i % 8];
+    naif.drapeaux[i] = std::ranges::none_of(std::array{7, 11, 13, 17, 23}, [n](int p) {
+      return n % static_cast<std::uint64_t>(p) == 0;
+    });
+  }
+  const std::uint64_t tous = naif.compter(30 * taille);
+  ASSERT_EQ(s.total, tous);
+  for (std::size_t b = 0; b < s.blocs.size(); ++b) {
+    const std::uint64_t avant = b == 0 ? 0 : naif.compter(1920 * b - 1);
+    ASSERT_EQ(s.blocs[b], naif.compter(1920 * (b + 1) - 1) - avant) << b;
+    // Of each block its words, from end to end, one question alone and four with their signs.
+    for (std::uint32_t n = 0; n < 1920; n += n % 240 < 238 ? 119 : 1) {
+      const auto q = static_cast<Question>(2 * (1920 * b + n));
+      const std::uint64_t jusque = naif.compter(1920 * b + n) - avant;
+      ASSERT_EQ(s.noyaux.compter(s, std::array{q}), jusque) << b << ' ' << n;
+      ASSERT_EQ(s.noyaux.compter(s, std::array{q, q + 1, q + 1, q + 1}), 0 - 2 * jusque);
+    }
+  }
+  ASSERT_EQ(s.noyaux.compter(s, {}), 0U);
+}
+
+TEST(Versions, CountingSieve) {
+  pour_chaque_version("segment", SegmentCompte::versions_des_noyaux(), [](const auto& noyaux) {
+    for (const std::size_t taille : {64, 128, 192, 512, 576}) {
+      for (const std::uint64_t octet : {0ULL, 64ULL, 1'000'064ULL}) {
+        comparer_le_segment(noyaux, taille, octet);
+      }
+    }
+  });
+}
+
+// compte_test.cpp holds all versions of these two to their definition, for small x; here they are
+// held to the plain version, where their windows are many.
+TEST(Versions, EasyLeavesAndProductsOfTwo) {
+  for (const std::uint64_t x : {20'000ULL, 10'000'000'019ULL, 200'000'000'000ULL}) {
+    const std::uint64_t racine = racine_carree(x);
+    const Plan plan(x, racine / 4 < 100 ? racine : racine / 4, racine);
+    const std::uint64_t faciles = versions_de_feuilles_faciles().back().boucle(plan, {});
+    const std::uint64_t p2 = versions_de_compte_p2().back().boucle(plan, {});
+    pour_chaque_version("feuilles_faciles", versions_de_feuilles_faciles(),
+                        [&](auto sommer) { EXPECT_EQ(sommer(plan, {}), faciles) << x; });
+    pour_chaque_version("compte_p2", versions_de_compte_p2(),
+                        [&](auto compter) { EXPECT_EQ(compter(plan, {}), p2) << x; });
+  }
+}
+
+// ---- The quadratic sieve ---------------------------------------------------------------------
+
+using quadratique::Vecteurs;
+
+/// Odd numbers, as primes below 2^21, with residues of them; each array begins `decalage` late.
+struct Tableaux {
+  Tableaux(std::size_t nombre, std::size_t decalage, unsigned graine)
+      : n(nombre), debut(decalage), p(n + debut + 1), a(p.size()), b(p.size()), inverse(p.size()) {
+    std::mt19937 hasard(graine);
+    for (std::size_t i = 0; i < p.size(); ++i) {
+      const std::uint32_t borne = i % 3 == 0 ? quadratique::borne_premiers : 1U << (2 + i % 19);
+      p[i] = static_cast<std::uint32_t>(3 + hasard() % (borne - 3) / 2 * 2);
+      a[i] = i % 5 == 0 ? p[i] - 1 : static_cast<std::uint32_t>(hasard() % p[i]);
+      b[i] = i % 7 == 0 ? p[i] - 1 : static_cast<std::uint32_t>(hasard() % p[i]);
+      if (i % 11 == 0) b[i] = 0;
+      inverse[i] = 1.0F / static_cast<float>(p[i]);
+    }
+  }
+  std::size_t n;
+  std::size_t debut;
+  Nombres p, a, b;
+  std::vector<float> inverse;
+};
+
+/// What a loop left: f(i) at each place, and what was there before and behind untouched.
+template <class F>
+void verifier_tableau(const Nombres& r, const Nombres& avant, const Tableaux& t, F f) {
+  for (std::size_t i = 0; i < r.size(); ++i) {
+    const bool dedans = i >= t.debut && i < t.debut + t.n;
+    ASSERT_EQ(r[i], dedans ? f(i) : avant[i]) << i << " of " << t.n << " at " << t.debut;
+  }
+}
+
+void comparer_les_racines(const Vecteurs& v, const Tableaux& t) {
+  Nombres r = t.a;
+  v.monter(r.data() + t.debut, t.b.data() + t.debut, t.p.data() + t.debut, t.n);
+  verifier_tableau(r, t.a, t, [&](std::size_t i) { return (t.a[i] + t.b[i]) % t.p[i]; });
+  r = t.a;
+  v.descendre(r.data() + t.debut, t.b.data() + t.debut, t.p.data() + t.debut, t.n);
+  verifier_tableau(r, t.a, t, [&](std::size_t i) { return (t.a[i] + t.p[i] - t.b[i]) % t.p[i]; });
+  r = t.a;
+  v.multiplier(r.data() + t.debut, t.a.data() + t.debut, t.b.data() + t.debut, t.p.data() + t.debut,
+               t.inverse.data() + t.debut, t.n);
+  verifier_tableau(r, t.a, t, [&](std::size_t i) {
+    return static_cast<std::uint32_t>(std::uint64_t{t.a[i]} * t.b[i] % t.p[i]);
+  });
+}
+
+void comparer_le_reperage(const Vecteurs& v, const Tableaux& t, std::uint32_t x) {
+  Nombres r1 = t.a;
+  Nombres r2 = t.b;
+  for (std::size_t i = 0; i < r1.size(); i += 3) (i % 2 == 0 ? r1 : r2)[i] = x % t.p[i];
+  Nombres liste{99};
+  Nombres attendue{99};
+  for (std::size_t i = 0; i < t.n; ++i) {
+    const std::uint32_t reste = x % t.p[t.debut + i];
+    if (reste == r1[t.debut + i] || reste == r2[t.debut + i]) {
+      attendue.push_back(static_cast<std::uint32_t>(i));
+    }
+  }
+  v.reperer(x, t.p.data() + t.debut, t.inverse.data() + t.debut, r1.data() + t.debut,
+            r2.data() + t.debut, t.n, liste);
+  ASSERT_EQ(liste, attendue) << t.n << " at " << t.debut << ", x " << x;
+}
+
+void comparer_les_listes(const Vecteurs& v, std::size_t n, std::size_t debut, unsigned rarete) {
+  std::mt19937 hasard(rarete);
+  Octets octets(64 * n + debut);
+  for (std::uint8_t& o : octets) {
+    o = static_cast<std::uint8_t>(hasard() % 128 + (hasard() % rarete == 0 ? 128 : 0));
+  }
+  Nombres liste{99};
+  Nombres attendue{99};
+  for (std::size_t i = 0; i < 64 * n; ++i) {
+    if (octets[debut + i] >= 128) attendue.push_back(static_cast<std::uint32_t>(i));
+  }
+  v.relever(octets.data() + debut, 64 * n, liste);
+  ASSERT_EQ(liste, attendue);
+
+  Nombres nombres(n + debut);
+  for (std::uint32_t& x : nombres) x = static_cast<std::uint32_t>(hasard());
+  const std::uint32_t borne = n % 2 == 0 && n > 0 ? nombres[debut + n / 2] : ~0U / rarete;
+  attendue.clear();
+  std::copy_if(nombres.begin() + static_cast<std::ptrdiff_t>(debut), nombres.end(),
+               std::back_inserter(attendue), [borne](std::uint32_t x) { return x < borne; });
+  liste.assign(n + 17, 7);
+  liste.resize(v.retenir(nombres.data() + debut, n, borne, liste.data()));
+  ASSERT_EQ(liste, attendue) << n << " at " << debut;
+}
+
+void comparer_l_elimination(const Vecteurs& v, std::size_t lignes, std::size_t mots,
+                            std::size_t g) {
+  std::mt19937_64 hasard(g + mots);
+  const std::size_t largeur = mots - g / 4;
+  std::vector<std::uint64_t> bits(lignes * mots + 1);
+  std::vector<std::uint64_t> sommes(2 * 256 * largeur);
+  for (std::uint64_t& m : bits) m = hasard();
+  for (std::uint64_t& m : sommes) m = hasard();
+  std::vector<std::uint64_t> attendus = bits;
+  for (std::size_t r = 0; r < lignes; ++r) {
+    for (std::size_t j = g / 4; j < mots; ++j) {
+      const std::uint64_t seize = bits[r * mots + g / 4] >> (16 * (g % 4)) & 0xFFFF;
+      attendus[r * mots + j] ^= sommes[seize % 256 * largeur + j - g / 4] ^
+                                sommes[(256 + seize / 256) * largeur + j - g / 4];
+    }
+  }
+  v.eliminer(bits.data(), lignes, mots, g, sommes.data());
+  ASSERT_EQ(bits, attendus) << lignes << " rows of " << mots << ", group " << g;
+}
+
+TEST(Versions, VectorsOfTheQuadraticSieve) {
+  pour_chaque_version("vecteurs", quadratique::versions_des_vecteurs(), [](const Vecteurs& v) {
+    for (std::size_t debut = 0; debut <= 17; ++debut) {
+      for (std::size_t n = 0; n <= 70; ++n) {
+        comparer_les_racines(v, Tableaux(n, debut, static_cast<unsigned>(n)));
+        for (const unsigned rarete : {1U, 2U, 100U}) comparer_les_listes(v, n, debut, rarete);
+      }
+      for (const std::size_t blocs : {0, 1, 2, 3, 5}) {
+        const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 5);
+        for (const std::uint32_t x : {0U, 1U, 4097U, (1U << 20) - 1}) comparer_le_reperage(v, t, x);
+      }
+    }
+    for (std::size_t mots = 1; mots <= 19; ++mots) {
+      for (std::size_t g = 0; g < 4 * mots; ++g) {
+        for (const std::size_t lignes : {0, 1, 2, 7}) comparer_l_elimination(v, lignes, mots, g);
+      }
+    }
+  });
+}
+
+// ---- Elliptic curves -------------------------------------------------------------------------
+
+// A prime of 24 bits and one of the rest, at the lengths around those where the arithmetic changes.
+TEST(Versions, EllipticCurvesOnTwoWords) {
+  NTL::SetSeed(NTL::ZZ{11});
+  for (const long bits :
+       {47, 48, 49, 59, 60, 61, 63, 64, 65, 99, 100, 101, 123, 124, 125, 126, 127}) {
+    const NTL::ZZ p = NTL::GenPrime_ZZ(23);
+    const NTL::ZZ q = NTL::GenPrime_ZZ(bits - 23);
+    pour_chaque_version("facteur_ecm", versions_de_facteur_ecm(), [&](auto chercher) {
+      const auto f = chercher(en_entier128(p * q), 400);
+      ASSERT_TRUE(f.has_value()) << p << " * " << q;
+      EXPECT_TRUE(en_zz(*f) == p || en_zz(*f) == q) << p << " * " << q;
+    });
+  }
+}
+
+TEST(Versions, EllipticCurvesOnManyWords) {
+  NTL::SetSeed(NTL::ZZ{12});
+  for (const long bits :
+       {129, 151, 152, 153, 191, 192, 193, 203, 204, 205, 255, 256, 257, 307, 308, 309, 379, 380}) {
+    const NTL::ZZ p = NTL::GenPrime_ZZ(23);
+    const NTL::ZZ q = NTL::GenPrime_ZZ(bits - 23);
+    pour_chaque_version("facteur_ecm_long", versions_de_facteur_ecm_long(), [&](auto chercher) {
+      const auto f = chercher(p * q, {256, 300, 15000}, 0, {});
+      ASSERT_TRUE(f.has_value()) << p << " * " << q;
+      EXPECT_TRUE(*f == p || *f == q) << p << " * " << q;
+    });
+  }
+}
+
+// ---- What ran --------------------------------------------------------------------------------
+
+TEST(Chemins, EveryVersionThatCanRunHereWasCompared) {
+  if (testing::GTEST_FLAG(filter) != "*") GTEST_SKIP() << "not all tests ran";
+  for (const Boucle& b : boucles()) {
+    ASSERT_FALSE(b.versions.empty()) << b.nom;
+    EXPECT_EQ(b.versions.back(), instructions::aucune) << b.nom << " has no plain version";
+    EXPECT_TRUE(jouable(b.prise)) << b.nom;
+    for (const Instructions v : b.versions) {
+      if (!chemins::essayable(v)) continue;
+      EXPECT_TRUE(comparees()[std::string(b.nom)].contains(v))
+          << b.nom << ", " << nommer(v) << ": compared with nothing";
+    }
+  }
+  std::fputs((chemins::processeur() + chemins::boucles(&comparees())).c_str(), stdout);
+}
+
+}  // namespace
+}  // namespace premiers
