@@ -52,6 +52,7 @@ class Ligne:
     resume: str = ""  # what README.md calls it, if it stands there
     guide: str = ""  # what docs/guide.fr.md calls it, in French, if it stands there
     combien: int = 1  # so many answers in the row: the guide tells the time of one
+    avx512: bool = False  # a loop with a version for it does a good part of the work
 
 
 def ratio(doit=None, vise=None, contre=""):
@@ -149,3 +150,6 @@ class Outils:
     bench: Path  # the scripts
     travail: Path  # where lists and outputs go
     primesieve_recent: str = ""
+    programme_avx2: str = ""  # the program that does without AVX-512
+    aides_avx2: Path = Path()  # and the helpers of which it is a part
+    rivaux_avx2: dict = field(default_factory=dict)  # a command's place, to one that does without

@@ -77,11 +77,11 @@ def lignes_de_reponses(o):
               guide="le nombre premier de rang 100 000 000, table neuve"),
         Ligne(GROUPES[0], "20,000 random 64-bit numbers decomposed in one session",
               session(o, decompositions(hasard), facteurs(hasard)),
-              [factor(hasard), gp_facteurs(o, hasard)], ratio(1.0, 0.5, "factor"),
+              [factor(hasard), gp_facteurs(o, hasard)], ratio(1.0, 0.5, "factor"), avx512=True,
               resume="20,000 random 64-bit integers, decomposed"),
         Ligne(GROUPES[0], "5,000 products of two random 32-bit primes in one session",
               session(o, decompositions(produits), facteurs(produits)),
-              [gp_facteurs(o, produits), factor(produits)], ratio(0.6, 0.15),
+              [gp_facteurs(o, produits), factor(produits)], ratio(0.6, 0.15), avx512=True,
               resume="5,000 products of two 32-bit primes, decomposed"),
         Ligne(GROUPES[0], f"{geant} (2^64 + 13) first thing after the start",
               session(o, decompositions([geant]), est_premier_dit), [],
@@ -90,14 +90,14 @@ def lignes_de_reponses(o):
 
 
 def lignes_de_crible(o):
-    def crible(titre, a, largeur):
+    def crible(titre, a, largeur, avx512=False):
         return Ligne(GROUPES[0], titre,
                      Cote("premiers", [str(o.aides / "table_premiers"), "crible", str(a),
                                        str(a + largeur)], "", entier_seul),
-                     [primesieve(a, a + largeur)], ratio(1.8, 1.1))
+                     [primesieve(a, a + largeur)], ratio(1.8, 1.1), avx512=avx512)
     return [
         crible("sieve of 10^9 integers at 10^12, count", 10**12, 10**9),
-        crible("sieve of 10^8 integers at 10^18, count", 10**18, 10**8),
+        crible("sieve of 10^8 integers at 10^18, count", 10**18, 10**8, avx512=True),
         Ligne(GROUPES[0], "the plain program's own screens: start, menus, small work",
               session(o, ECRANS, texte_entier),
               [Cote("plain program", [o.reference], ECRANS, texte_entier, statut=1)],
@@ -141,16 +141,16 @@ def lignes_de_comptes(o):
               session(o, bornes(1, 10**12, True), effectif),
               [primesieve(10**12), primecount(10**12)],
               [Exigence("temps", 0.02, None, "primesieve"),
-               Exigence("temps", 20, 3, "primecount")], lente=True,
+               Exigence("temps", 20, 3, "primecount")], lente=True, avx512=True,
               serie=(10**12, "count"),
               guide="l'effectif des nombres premiers jusqu'à 10^12"),
         Ligne(GROUPES[1], "count from 1 to 10^14",
               session(o, bornes(1, 10**14, True), effectif), [primecount(10**14)],
-              ratio(30, 3), serie=(10**14, "count"), resume="the primes up to 10^14, counted",
+              ratio(30, 3), serie=(10**14, "count"), avx512=True, resume="the primes up to 10^14, counted",
               guide="l'effectif des nombres premiers jusqu'à 10^14"),
         Ligne(GROUPES[1], f"count from {bas} to {DEUX_63}",
               session(o, bornes(bas, DEUX_63, True), effectif), [primesieve(bas, DEUX_63)],
-              ratio(1.5, 0.8), lente=True),
+              ratio(1.5, 0.8), lente=True, avx512=True),
         Ligne(GROUPES[1], "list of the 1,000 numbers that end at 2^63 - 1",
               session(o, bornes(fin_de_liste, DEUX_63, False), bornes_listees),
               [primesieve(fin_de_liste, DEUX_63, "-p", lire=nombres_listes)],
@@ -175,7 +175,7 @@ def lignes_de_croissance(o):
         Ligne(GROUPES[2], f"count from 1 to 10^{k}",
               session(o, bornes(1, 10**k, True), effectif),
               [primecount(10**k)] + ([primesieve(10**k)] if k <= 11 else []), ratio(),
-              serie=(10**k, "count"), lente=k == 11) for k in (9, 10, 11, 13)]
+              serie=(10**k, "count"), lente=k == 11, avx512=True) for k in (9, 10, 11, 13)]
     return lignes + [
         Ligne(GROUPES[2], f"list from 1 to 10^{k}",
               session(o, bornes(1, 10**k, False), bornes_listees),

@@ -56,7 +56,7 @@ def lignes_de_grands_entiers(o):
     def liste(titre, nombres, doit, vise, avec_factor=True, **reste):
         pairs = [gp_facteurs(o, nombres)] + ([factor(nombres)] if avec_factor else [])
         return Ligne(GROUPES[1], titre, session(o, decompositions(nombres), facteurs(nombres)),
-                     pairs, ratio(doit, vise), **reste)
+                     pairs, ratio(doit, vise), avx512=True, **reste)
 
     def noms(c, combien):
         """What the row is called in the other documents, if it stands there."""

@@ -23,6 +23,7 @@ sys.dont_write_bytecode = True  # nothing is left beside the sources
 
 from lanceur import MauvaiseReponse, mesurer  # noqa: E402
 from lignes import Outils  # noqa: E402
+from lignes_avx2 import lignes_sans_avx512  # noqa: E402
 from lignes_moteur import lignes_du_moteur  # noqa: E402
 from lignes_travaux import lignes_des_travaux  # noqa: E402
 from rapport import ecrire, ecrire_ailleurs, le_pair, machine, verdict  # noqa: E402
@@ -53,7 +54,7 @@ def salles(programme):
     return trouvees
 
 
-def compiler(programme, reference, aides):
+def compiler(programme, reference, aides, voulues=()):
     """The helpers in C++, each where its source, or what it is linked with, changed since. One
     that does not compile is missing, and its rows say so."""
     aides.mkdir(parents=True, exist_ok=True)
@@ -63,6 +64,8 @@ def compiler(programme, reference, aides):
     liens = {"table_primesieve": ["-lprimesieve"], "concat_litteral": ["-lprimesieve"],
              "table_premiers": [*base, *systeme], "consultation": [modele, *base, *systeme]}
     for nom, bibliotheques in liens.items():
+        if voulues and nom not in voulues:
+            continue
         source, fait, trace = RACINE / "bench" / f"{nom}.cpp", aides / nom, aides / f"{nom}.trace"
         commande = ["g++", "-O3", "-DNDEBUG", "-std=c++20", f"-I{RACINE}", source, *bibliotheques,
                     "-o", fait]
@@ -119,7 +122,12 @@ def lire_options():
             "if not all rows are run)")
     ajouter("--programme", type=Path, default=RACINE / "build/release/premiers")
     ajouter("--reference", type=Path, default=RACINE / "build/release/tests/premiers-reference")
+    ajouter("--programme-avx2", type=Path, default=RACINE / "build/avx2/premiers",
+            help="the program of the preset avx2: its rows are skipped if it is missing")
     ajouter("--primesieve-recent", default="", metavar="PATH", help="a newer primesieve, if any")
+    ajouter("--primesieve-avx2", default="", metavar="PATH",
+            help="a primesieve without AVX-512, for the rows without")
+    ajouter("--primecount-avx2", default="", metavar="PATH", help="the same of primecount")
     return lecteur.parse_args()
 
 
@@ -131,14 +139,22 @@ def main():
     if options.installer:
         installer()
     compiler(options.programme.resolve(), options.reference.resolve(), aides)
-    lignes_machine = machine(options.primesieve_recent)
+    programme_avx2, aides_avx2 = options.programme_avx2.resolve(), aides / "avx2"
+    if programme_avx2.is_file():
+        compiler(programme_avx2, options.reference.resolve(), aides_avx2, ("table_premiers",))
+    else:
+        dire(f"{programme_avx2} is missing (preset avx2): the rows without AVX-512 are skipped")
+    rivaux_avx2 = {"primesieve": options.primesieve_avx2, "primecount": options.primecount_avx2}
+    lignes_machine = machine(options.primesieve_recent, rivaux_avx2.values())
     partiel = options.rapide or options.seulement
     voulus = options.lancements or (3 if options.rapide else 5)
     faites = []
     with tempfile.TemporaryDirectory(prefix="mesurer-") as travail:
         outils = Outils(str(options.programme.resolve()), str(options.reference.resolve()), aides,
-                        RACINE / "bench", Path(travail), options.primesieve_recent)
+                        RACINE / "bench", Path(travail), options.primesieve_recent,
+                        str(programme_avx2), aides_avx2, rivaux_avx2)
         lignes = lignes_du_moteur(outils) + lignes_des_travaux(outils)
+        lignes += lignes_sans_avx512(outils, lignes)
         prises, ecartees = choisir(lignes, options)
         for numero, ligne in enumerate(prises, 1):
             dire(f"{numero}/{len(prises)} {ligne.travail}")

@@ -28,19 +28,24 @@ def paquet(nom):
     return f"{nom} {version}" if re.match(r"\d", version) else f"{nom}: not installed"
 
 
-def machine(recent=""):
+def machine(recent="", sans_avx512=()):
     """What the figures depend on, as lines of a list."""
-    modele = re.search(r"model name\s*: (.*)", Path("/proc/cpuinfo").read_text())
+    description = Path("/proc/cpuinfo").read_text()
+    modele = re.search(r"model name\s*: (.*)", description)
+    avx512 = sorted(set(re.findall(r"\bavx512\w*", description)))
     memoire = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
     lignes = [f"Date: {date.today()}",
               f"Machine: {modele[1] if modele else platform.machine()}, {os.cpu_count()} "
               f"processors, {memoire:.0f} GB; {platform.system()}; "
               f"load when the measure began: {os.getloadavg()[0]:.2f}",
+              f"Of AVX-512 it has {', '.join(avx512) or 'nothing'}",
               f"Compiler: {premiere_ligne('g++', '--version')}"]
     outils = [premiere_ligne("primesieve", "--version"), premiere_ligne("primecount", "--version"),
               premiere_ligne("factor", "--version"),
               "PARI/GP " + premiere_ligne("gp", "--version-short")]
     outils += [premiere_ligne(recent, "--version")] if recent else []
+    outils += [f"{premiere_ligne(autre, '--version')} (built without AVX-512)"
+               for autre in sans_avx512 if autre]
     paquets = map(paquet, ("primesieve-bin", "libprimesieve-dev", "primecount-bin", "pari-gp",
                            "coreutils"))
     return lignes + ["Tools: " + "; ".join(outils),
@@ -115,7 +120,9 @@ are processor time, user and system, of the whole process unless a note says oth
 wall time in brackets; every tool runs on one thread. A ratio is ours over the peer's, the best one
 of the row where several stand there (the first is the one compared with): smaller is better.
 Answers that both sides print are compared in the same run, and a difference ends it. "Must" and
-"aim" were set for each row before it was built, as a ratio, or as a limit where a unit stands.
+"aim" were set for each row before it was built, as a ratio, or as a limit where a unit stands. Rows
+whose loops have a version for AVX-512 are measured twice, the second time with the build `avx2`,
+which has none: there the must is the same where the peer is gp or factor, and else the peer's time.
 """
 
 TABLE = "| work | ours | peer | ratio | must | aim | reached? |\n|---|---|---|---|---|---|---|"
