@@ -42,6 +42,7 @@ constexpr std::array<Bornes, 11> bornes_scalaires{{{40, 30, 1200},
                                                    {96, 1000, 45000},
                                                    {106, 1500, 60000},
                                                    {128, 2000, 80000}}};
+#if defined(__x86_64__)
 constexpr std::array<Bornes, 11> bornes_avx512{{{40, 20, 500},
                                                 {46, 32, 1000},
                                                 {50, 40, 1300},
@@ -53,6 +54,7 @@ constexpr std::array<Bornes, 11> bornes_avx512{{{40, 20, 500},
                                                 {92, 700, 31000},
                                                 {102, 900, 42000},
                                                 {128, 2000, 60000}}};
+#endif
 
 /// Are there chains and pairs for all bounds of a table?
 template <std::size_t taille>

@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstdio>
+#include <initializer_list>
 #include <iterator>
 #include <random>
 #include <span>
@@ -165,9 +166,10 @@ TEST(Versions, Presieve) {
     // The start, and where a pattern ends: the periods of 41 * 163 and 7 * 23 * 37 bytes.
     for (const std::uint64_t premier_octet : {0ULL, 1ULL, 41ULL * 163 - 70, 7ULL * 23 * 37 - 33,
                                               1'000'000'007ULL, 307'445'734'561'825'000ULL}) {
-      for (const std::size_t n :
-           {0, 1, 2, 7, 8, 15, 16, 31, 32, 33, 63, 64, 65, 127, 128, 129, 200}) {
-        for (const std::size_t debut : {0, 1, 15, 16, 31, 32, 33}) {
+      for (const std::size_t n : std::initializer_list<std::size_t>{
+               0, 1, 2, 7, 8, 15, 16, 31, 32, 33, 63, 64, 65, 127, 128, 129, 200}) {
+        for (const std::size_t debut :
+             std::initializer_list<std::size_t>{0, 1, 15, 16, 31, 32, 33}) {
           Octets octets(debut + n + garde, 0xA5);
           precribler_ici({octets.data() + debut, n}, premier_octet);
           for (std::size_t i = 0; i < octets.size(); ++i) {
@@ -236,7 +238,7 @@ void comparer_le_segment(const SegmentCompte::Noyaux& noyaux, std::size_t taille
 
 TEST(Versions, CountingSieve) {
   pour_chaque_version("segment", SegmentCompte::versions_des_noyaux(), [](const auto& noyaux) {
-    for (const std::size_t taille : {64, 128, 192, 512, 576}) {
+    for (const std::size_t taille : std::initializer_list<std::size_t>{64, 128, 192, 512, 576}) {
       for (const std::uint64_t octet : {0ULL, 64ULL, 1'000'064ULL}) {
         comparer_le_segment(noyaux, taille, octet);
       }
@@ -376,14 +378,15 @@ TEST(Versions, VectorsOfTheQuadraticSieve) {
         comparer_les_racines(v, Tableaux(n, debut, static_cast<unsigned>(n)));
         for (const unsigned rarete : {1U, 2U, 100U}) comparer_les_listes(v, n, debut, rarete);
       }
-      for (const std::size_t blocs : {0, 1, 2, 3, 5}) {
+      for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 5}) {
         const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 5);
         for (const std::uint32_t x : {0U, 1U, 4097U, (1U << 20) - 1}) comparer_le_reperage(v, t, x);
       }
     }
     for (std::size_t mots = 1; mots <= 19; ++mots) {
       for (std::size_t g = 0; g < 4 * mots; ++g) {
-        for (const std::size_t lignes : {0, 1, 2, 7}) comparer_l_elimination(v, lignes, mots, g);
+        for (const std::size_t lignes : std::initializer_list<std::size_t>{0, 1, 2, 7})
+          comparer_l_elimination(v, lignes, mots, g);
       }
     }
   });
