@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Which multiples of a point the second stage of ECM compares, found by the compiler.
+// Which multiples of a point the second stage of ECM compares, found by the compiler
+// (once, in ecm_paires.cpp).
 //
 // The stage wants one prime factor q of the group order in (B1, B2]. With D = 210 every such q is
 // k D +- j with j coprime to D and j < D/2; then kD Q and j Q have the same x, and x(kD Q) - x(j Q)
@@ -60,7 +61,7 @@ struct Paires {
 };
 
 /// For B2 up to 12600, and up to 100800.
-inline constexpr Paires<210, 60> paires_courtes;
-inline constexpr Paires<420, 240> paires_longues;
+extern const Paires<210, 60> paires_courtes;
+extern const Paires<420, 240> paires_longues;
 
 }  // namespace premiers::ecm
