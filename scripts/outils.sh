@@ -34,6 +34,8 @@ present() {
   case $1 in
     g++) type -P g++ ;;
     ninja-build) type -P ninja ;;
+    g++-aarch64-linux-gnu) type -P aarch64-linux-gnu-g++ ;;
+    qemu-user) type -P qemu-aarch64 ;;
     clang) type -P clang++ ;;
     dpkg-dev) type -P dpkg-shlibdeps ;;
     man-db) type -P man ;;

@@ -175,7 +175,7 @@ TEST(Crible, RandomWindowsAsByMillerRabin) {
   }
 }
 
-TEST(Crible, HighWindowsAsByMillerRabin) {
+TEST(CribleLent, HighWindowsAsByMillerRabin) {
   std::mt19937_64 hasard(2);
   for (const std::uint64_t origine : {dix(16), dix(17), dix(18), Crible::octet_max * 30 - dix(7)}) {
     const std::uint64_t octet = origine / 30 + hasard() % 10000;
@@ -184,7 +184,7 @@ TEST(Crible, HighWindowsAsByMillerRabin) {
   }
 }
 
-TEST(Crible, LastNumbersBeforeTwoToThe63) {
+TEST(CribleLent, LastNumbersBeforeTwoToThe63) {
   const std::uint64_t octet = Crible::octet_max - 200;
   EXPECT_EQ(cribler(octet, Crible::octet_max), octets_lents(octet, Crible::octet_max));
   // The largest prime below 2^63 is 2^63 - 25 (C. Caldwell, "The Prime Pages", primes just less
@@ -259,7 +259,7 @@ TEST(Crible, SquaresOfPrimesAtTheEdgeOfAWindow) {
   }
 }
 
-TEST(Crible, SquareOfTheLargestSievingPrime) {
+TEST(CribleLent, SquareOfTheLargestSievingPrime) {
   const auto cribleurs = premiers_entre(3037000499 - 200, 3037000499);
   ASSERT_FALSE(cribleurs.empty());
   const std::uint64_t p = cribleurs.back();  // p * p is just below 2^63

@@ -110,7 +110,7 @@ TEST(Decomposer, PrimePowersAroundTheLimitOfDivision) {
   }
 }
 
-TEST(Decomposer, ProductsOfTwoPrimesAcrossTheLimitsOfEveryMethod) {
+TEST(DecomposerLent, ProductsOfTwoPrimesAcrossTheLimitsOfEveryMethod) {
   for (long bits = 60; bits <= 152; bits += bits < 100 || bits > 108 ? 4 : 1) {
     for (long graine = 0; graine < 3; ++graine) {
       const ZZ p = premier_de(bits / 2, graine);
@@ -121,7 +121,7 @@ TEST(Decomposer, ProductsOfTwoPrimesAcrossTheLimitsOfEveryMethod) {
   }
 }
 
-TEST(Decomposer, ShortFactorOfALongInteger) {
+TEST(DecomposerLent, ShortFactorOfALongInteger) {
   for (long bits = 12; bits <= 44; bits += 4) {
     for (const long autre : {70L, 90L, 150L, 200L, 300L}) {
       const ZZ p = premier_de(bits, 7);
@@ -257,7 +257,7 @@ TEST(Decomposer, FermatNumbers) {
            {"1238926361552897", "93461639715357977769163558199606896584051237541638188580280321"});
 }
 
-TEST(Decomposer, PrimesOfManyDigits) {
+TEST(DecomposerLent, PrimesOfManyDigits) {
   attendre_premier(power(ZZ{10}, 99) + 289);  // the first of 100 digits
   attendre_premier(mersenne(521));            // R. M. Robinson, 1952
   attendre_premier(mersenne(607));

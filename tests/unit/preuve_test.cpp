@@ -38,7 +38,7 @@ TEST(Preuve, MersenneNumbers) {  // the exponents: OEIS A000043
   }
 }
 
-TEST(Preuve, FactorialsPlusAndMinusOne) {  // OEIS A002981 and A002982
+TEST(PreuveLent, FactorialsPlusAndMinusOne) {  // OEIS A002981 and A002982
   ZZ factorielle{1};
   for (long n = 2; n <= 120; ++n) {
     factorielle *= n;
@@ -60,7 +60,7 @@ TEST(Preuve, ThreeTimesAPowerOfTwoPlusOne) {  // OEIS A002253
   }
 }
 
-TEST(Preuve, RandomPrimesOfEveryLength) {
+TEST(PreuveLent, RandomPrimesOfEveryLength) {
   NTL::SetSeed(ZZ{31});
   for (long bits = 76; bits <= 200; bits += 4) {
     for (int i = 0; i < 4; ++i) {
@@ -70,7 +70,7 @@ TEST(Preuve, RandomPrimesOfEveryLength) {
   }
 }
 
-TEST(Preuve, APrimeOf199Digits) {
+TEST(PreuveLent, APrimeOf199Digits) {
   const ZZ p = NTL::NextPrime(NTL::power(ZZ{10}, 198), 20);
   EXPECT_TRUE(est_premier_prouve(p)) << p;
 }
