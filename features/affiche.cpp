@@ -6,6 +6,7 @@
 #include "console/controle.h"
 #include "console/ecran.h"
 #include "console/entrees.h"
+#include "console/suivre.h"
 #include "features/listing.h"
 #include "primes/suites.h"
 
@@ -74,12 +75,14 @@ std::int64_t demander_valeur(Session& s, std::string_view question) {
   }
 }
 
-struct Rangs {
-  std::int64_t premier;
-  std::int64_t dernier;
+/// Two limits, the smaller first.
+struct Limites {
+  std::int64_t petite;
+  std::int64_t grande;
 };
 
-Rangs demander_rangs(Session& s) {
+/// Asks two ranks, until they are in order.
+Limites demander_rangs(Session& s) {
   for (;;) {
     const std::int64_t r1 = demander_rang(s, texte::plus_petit_rang);
     s.sortie << texte::entre_les_deux;
@@ -88,53 +91,79 @@ Rangs demander_rangs(Session& s) {
   }
 }
 
-/// Asks two bounds; gives the ranks of the primes between them, none if dernier < premier.
-Rangs demander_bornes(Session& s) {
-  const Table& Nprem = s.etat.Nprem;
+/// Asks two bounds, until they are in order.
+Limites demander_bornes(Session& s) {
   for (;;) {
     const std::int64_t maj1 = demander_valeur(s, texte::minorant);
     s.sortie << texte::entre_les_deux;
     const std::int64_t maj = demander_valeur(s, texte::majorant);
-    if (maj1 <= maj) return {Nprem.rang_suivant(maj1), Nprem.rang(maj)};
+    if (maj1 <= maj) return {maj1, maj};
   }
 }
 
 /// A single prime; rank 0 shows the 0 of slot 0.
-void imprimer_seul(Session& s, std::int64_t rang) {
-  dessiner(s.sortie, texte::resultat, {{"rang", rang}, {"premier", s.etat.Nprem[rang]}});
+void imprimer_seul(Session& s, Place place) {
+  dessiner(s.sortie, texte::resultat, {{"rang", place.rang}, {"premier", place.premier}});
 }
 
-void imprimer_liste(Session& s, Rangs rangs) {
-  s.sortie << texte::debut_de_liste;
-  lister_rangs(s, rangs.premier, rangs.dernier);
+void premier_de_rang(Session& s) {
+  const std::int64_t r = demander_rang(s, texte::rang);
+  imprimer_seul(s, s.etat.Nprem.lire(r, suivre(s, calcul_des_premiers)));
 }
-
-void premier_de_rang(Session& s) { imprimer_seul(s, demander_rang(s, texte::rang)); }
 
 void plus_grand_majore(Session& s) {
-  imprimer_seul(s, s.etat.Nprem.rang(demander_valeur(s, texte::majorant_du_nombre)));
+  const std::int64_t maj = demander_valeur(s, texte::majorant_du_nombre);
+  imprimer_seul(s, s.etat.Nprem.jusqu_a(maj, suivre(s, calcul_des_premiers)));
 }
 
-void entre_deux_rangs(Session& s) { imprimer_liste(s, demander_rangs(s)); }
+void entre_deux_rangs(Session& s) {
+  Table& Nprem = s.etat.Nprem;
+  const auto [r1, r] = demander_rangs(s);
+  const Place premiere = Nprem.lire(r1, suivre(s, calcul_des_premiers));
+  lister(s, texte::debut_de_liste, r1,
+         Nprem.suite(premiere.premier, r - r1 + 1, Nprem.dernier()));
+}
 
-void entre_deux_bornes(Session& s) { imprimer_liste(s, demander_bornes(s)); }
+/// The rank of the smallest prime >= v, for v not above the last known prime.
+std::int64_t rang_a_partir_de(Session& s, std::int64_t v) {
+  return s.etat.Nprem.jusqu_a(v - 1, suivre(s, calcul_des_premiers)).rang + 1;
+}
+
+void entre_deux_bornes(Session& s) {
+  const auto [maj1, maj] = demander_bornes(s);
+  const std::int64_t r1 = rang_a_partir_de(s, maj1);
+  lister(s, texte::debut_de_liste, r1,
+         s.etat.Nprem.suite(maj1, SuiteDePremiers::sans_limite, maj));
+}
+
+/// The entries of the last `nombre` primes of a run that ends with `fin`.
+void imprimer_suite(Session& s, Place fin, std::int64_t nombre, std::int64_t dif) {
+  EntreesRangees entrees(s.sortie);
+  for (std::int64_t w = nombre - 1; w >= 0; --w) entrees.ecrire(fin.rang - w, fin.premier - w * dif);
+}
 
 void suites_de_difference(Session& s) {
-  const Rangs rangs = demander_bornes(s);
+  const auto [maj1, maj] = demander_bornes(s);
   const std::int64_t dif = demander_nombre(s, Cas::nombre, texte::difference);
   std::int64_t doub = 0;
   while (doub < 2) doub = demander_nombre(s, Cas::nombre, texte::minimum);
 
-  s.sortie << texte::debut_de_liste;
+  Place place{rang_a_partir_de(s, maj1) - 1, 0};
   Suites suites(dif, doub);
-  s.etat.Nprem.parcourir(rangs.premier, rangs.dernier, [&](std::int64_t rang, std::int64_t p) {
-    const std::int64_t a_montrer = suites.suivant(p);
-    if (a_montrer == 0) return;
-    if (a_montrer == doub) dessiner(s.sortie, texte::suite, {{"numero", suites.numero()}});
-    EntreesRangees entrees(s.sortie);
-    s.etat.Nprem.parcourir(rang - a_montrer + 1, rang,
-                           [&](std::int64_t r, std::int64_t q) { entrees.ecrire(r, q); });
-  });
+  EnTete avant(s, texte::debut_de_liste);
+  SuiteDePremiers premiers = s.etat.Nprem.suite(maj1, SuiteDePremiers::sans_limite, maj);
+  for (auto lot = premiers.suivant(avant.suivi()); !lot.empty();
+       lot = premiers.suivant(avant.suivi())) {
+    for (const std::uint64_t premier : lot) {
+      place = {place.rang + 1, static_cast<std::int64_t>(premier)};
+      const std::int64_t a_montrer = suites.suivant(place.premier);
+      if (a_montrer == 0) continue;
+      avant.imprimer();
+      if (a_montrer == doub) dessiner(s.sortie, texte::suite, {{"numero", suites.numero()}});
+      imprimer_suite(s, place, a_montrer, dif);
+    }
+  }
+  avant.imprimer();
 }
 
 }  // namespace

@@ -6,7 +6,8 @@
 #include "console/controle.h"
 #include "console/entrees.h"
 #include "console/suivre.h"
-#include "primes/intervalle.h"
+#include "primes/prem.h"
+#include "primes/rangs/intervalle.h"
 
 namespace premiers {
 
@@ -30,7 +31,7 @@ constexpr std::string_view un_compte = "compte";
 /// Prints the primes as they are found; gives how many there are.
 std::int64_t lister(Session& s, Intervalle bornes) {
   const Suivi suivi = suivre(s, texte::une_liste);
-  LotsDePremiers lots(bornes);
+  LotsDePremiers lots(bornes, CribleGrand::memoire_max);
   std::int64_t effectif = 0;
   for (auto lot = lots.suivant(suivi); !lot.empty(); lot = lots.suivant(suivi)) {
     EntreesSansRang entrees(s.sortie);

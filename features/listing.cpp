@@ -1,22 +1,34 @@
 // SPDX-License-Identifier: MIT
 #include "features/listing.h"
 
-#include <algorithm>
-#include <array>
-#include <span>
-
 #include "console/entrees.h"
+#include "console/suivre.h"
 
 namespace premiers {
 
-void lister_rangs(Session& s, std::int64_t r1, std::int64_t r) {
-  std::array<std::int64_t, 1024> lot{};
-  while (r1 <= r) {
-    const auto n = std::min(static_cast<std::int64_t>(lot.size()), r - r1 + 1);
-    const std::span<std::int64_t> premiers(lot.data(), static_cast<std::size_t>(n));
-    s.etat.Nprem.lire(r1, premiers);
+EnTete::EnTete(Session& s, std::string_view texte)
+    : s_(s), texte_(texte), suivi_(suivre(s, calcul_des_premiers)) {}
+
+void EnTete::imprimer() {
+  if (imprime_) return;
+  imprime_ = true;
+  suivi_ = {};  // wipes its line
+  s_.sortie << texte_;
+  suivi_ = suivre(s_, calcul_des_premiers);
+}
+
+Place lister(Session& s, std::string_view en_tete, std::int64_t rang, SuiteDePremiers suite) {
+  EnTete avant(s, en_tete);
+  Place derniere{rang - 1, 0};
+  for (;;) {
+    const auto lot = suite.suivant(avant.suivi());
+    avant.imprimer();
+    if (lot.empty()) return derniere;
     EntreesRangees entrees(s.sortie);
-    for (const std::int64_t premier : premiers) entrees.ecrire_en_blocs(r1++, premier);
+    for (const std::uint64_t premier : lot) {
+      entrees.ecrire_en_blocs(++derniere.rang, static_cast<std::int64_t>(premier));
+    }
+    derniere.premier = static_cast<std::int64_t>(lot.back());
   }
 }
 

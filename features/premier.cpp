@@ -59,11 +59,8 @@ constexpr std::string_view liste_depuis_le_debut =
 constexpr std::string_view liste_suivants = " \n \n \t Nombres premiers suivants :  ";
 
 // On standard error.
-constexpr std::string_view calcul = "calcul des nombres premiers";
-constexpr std::string_view commande_trop_grande =
-    "commande refusee : tant de nombres premiers ne tiendraient pas en memoire";
-constexpr std::string_view dette_trop_grande =
-    "les nombres premiers que les calculs precedents demandent ne tiendraient pas en memoire";
+constexpr std::string_view au_dela_de_la_fin =
+    "commande refusee : au-dela du dernier nombre premier inferieur a 2^63";
 
 }  // namespace texte
 
@@ -94,66 +91,68 @@ std::int64_t valeur_a_executer(const Etat& etat) {
   return nombre_de_suivants ? somme_enroulee(etat.valeur, etat.Nprem.np()) : etat.valeur;
 }
 
-/// Whether so many bytes more can be had; if not, says on standard error what they are wanted for.
-bool tient_en_memoire(Session& s, double octets, std::string_view sinon) {
-  constexpr double negligeable = 1 << 20;   // asking the system costs more than such a growth
-  constexpr double reserve_max = 32 << 20;  // for everything else
-  if (octets <= negligeable) return true;
-  const auto libre = static_cast<double>(s.monde.memoire_libre());
-  if (octets + std::min(reserve_max, libre / 2) <= libre) return true;
-  s.sortie.vider();
-  s.monde.avertir(sinon);
-  return false;
-}
-
-/// Whether the table that the command needs fits into memory. What extends nothing always does.
+/// Whether the command can be executed: it needs no rank and no prime beyond the end of the numbers,
+/// not even the prime that is kept behind an upper value and not shown. If it does, says so on
+/// standard error. What extends nothing always can.
 bool est_possible(Session& s) {
   const Table& Nprem = s.etat.Nprem;
   const std::int64_t K = valeur_a_executer(s.etat);
-  const double octets =
-      K > 0 ? Nprem.octets_jusqu_au_rang(K) : Nprem.octets_jusqu_au_dela(oppose_enroule(K));
-  return tient_en_memoire(s, octets, texte::commande_trop_grande);
+  const std::int64_t borne = oppose_enroule(K);
+  const bool extensible =
+      K > 0 ? K <= Table::fin.rang : borne < Nprem.dernier() || borne < Table::fin.premier;
+  if (extensible) return true;
+  s.sortie.vider();
+  s.monde.avertir(texte::au_dela_de_la_fin);
+  return false;
 }
 
-/// Extends the table to what earlier decisions oblige it to. What does not fit into memory is
-/// dropped; the table stays as it is.
+/// Extends the table to what earlier decisions oblige it to.
 void payer_la_dette(Session& s) {
-  Etat& etat = s.etat;
-  const auto borne = static_cast<std::int64_t>(etat.dette.borne_due);
-  if (tient_en_memoire(s, etat.Nprem.octets_jusqu_au_dela(borne), texte::dette_trop_grande)) {
-    payer(etat.dette, etat.Nprem, suivre(s, texte::calcul));
-  } else {
-    etat.dette = {};
-  }
+  payer(s.etat.dette, s.etat.Nprem, suivre(s, calcul_des_premiers));
 }
 
-/// Extends the table as far as the command needs: to rank K, or to the first prime above -K.
-/// Gives the last rank to show; the first prime above -K is kept and not shown.
-std::int64_t etendre(Session& s, std::int64_t K) {
+/// Extends the table as far as the command needs, to rank K, or to the first prime above -K; gives
+/// the place to show: the first prime above -K is kept and not shown.
+Place etendre(Session& s, std::int64_t K) {
   Table& Nprem = s.etat.Nprem;
+  const Suivi suivi = suivre(s, calcul_des_premiers);
   if (K >= 0) {
-    Nprem.etendre_au_rang(K, suivre(s, texte::calcul));
-    return Nprem.np();
+    Nprem.etendre_au_rang(K, suivi);
+    return Nprem.lire(Nprem.np());
   }
-  Nprem.etendre_au_dela(oppose_enroule(K), suivre(s, texte::calcul));
-  return Nprem.np() - 1;
+  Nprem.etendre_au_dela(oppose_enroule(K), suivi);
+  return Nprem.lire(Nprem.np() - 1);
+}
+
+void montrer_un_seul(Session& s, std::int64_t K) {
+  const Place place = etendre(s, K);
+  dessiner(s.sortie, texte::isole, {{"rang", place.rang}});
+  EntreesRangees(s.sortie).ecrire(place.rang, place.premier);
+}
+
+/// Lists the primes behind the last known one, up to rank K or to the value -K, as they are found,
+/// and extends the table with them.
+void lister_les_suivants(Session& s, std::int64_t K) {
+  Table& Nprem = s.etat.Nprem;
+  const std::int64_t np = Nprem.np();
+  const std::int64_t nombre = K >= 0 ? std::max<std::int64_t>(K - np, 0) : Table::fin.rang;
+  const std::int64_t fin = K >= 0 ? Table::fin.premier : oppose_enroule(K);
+  const std::string_view en_tete =
+      au_debut(Nprem) ? texte::liste_depuis_le_debut : texte::liste_suivants;
+  const Place derniere = lister(s, en_tete, np + 1, Nprem.suivants(nombre, fin));
+  if (derniere.rang > np) Nprem.prolonger(derniere);
+  if (K < 0) Nprem.etendre_au_dela(fin);
 }
 
 /// Executes the command left in the state; gives its value.
 std::int64_t executer(Session& s) {
-  Etat& etat = s.etat;
-  const std::int64_t np0 = etat.Nprem.np();
-  const bool debut = au_debut(etat.Nprem);
-  const std::int64_t K = valeur_a_executer(etat);
-  const std::int64_t np1 = etendre(s, K);
-  if (etat.un) {
-    dessiner(s.sortie, texte::isole, {{"rang", np1}});
-    EntreesRangees(s.sortie).ecrire(np1, etat.Nprem[np1]);
+  const std::int64_t K = valeur_a_executer(s.etat);
+  if (s.etat.un) {
+    montrer_un_seul(s, K);
   } else {
-    s.sortie << (debut ? texte::liste_depuis_le_debut : texte::liste_suivants);
-    lister_rangs(s, np0 + 1, np1);
+    lister_les_suivants(s, K);
   }
-  etat.un = false;
+  s.etat.un = false;
   return K;
 }
 

@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "primes/dette.h"
 
+#include <algorithm>
+
 #include "primes/arithmetique/zz.h"
 
 namespace premiers {
+
+void payer(const Dette& dette, Table& table, const Suivi& suivi) {
+  table.etendre_au_dela(static_cast<std::int64_t>(dette.borne_due), suivi);
+}
 
 namespace {
 
@@ -14,10 +20,6 @@ void noter_grande(Dette& dette, const NTL::ZZ& borne) {
 
 }  // namespace
 
-void payer(const Dette& dette, Table& table, const Suivi& suivi) {
-  table.etendre_au_dela(static_cast<std::int64_t>(dette.borne_due), suivi);
-}
-
 void noter_decomposition(Dette& dette, std::span<const Facteur> facteurs) {
   if (facteurs.empty()) return;
   const Facteur& plus_grand = facteurs.back();
@@ -25,8 +27,9 @@ void noter_decomposition(Dette& dette, std::span<const Facteur> facteurs) {
     noter_grande(dette, plus_grand.premier - 1);
     return;
   }
-  noter_premier(dette, plus_grand.premier);
-  if (facteurs.size() > 1) noter_grande(dette, facteurs[facteurs.size() - 2].premier);
+  const NTL::ZZ racine = NTL::SqrRoot(plus_grand.premier);
+  const bool seul = facteurs.size() == 1;
+  noter_grande(dette, seul ? racine : std::max(racine, facteurs[facteurs.size() - 2].premier));
 }
 
 void noter_premier(Dette& dette, const NTL::ZZ& S) { noter_grande(dette, NTL::SqrRoot(S)); }

@@ -21,13 +21,13 @@ struct Dette {
   std::uint64_t borne_due = 2;
 
   /// Obliges the table to hold the first prime greater than `borne`. Beyond `borne_max` nothing is
-  /// noted: dividing would take days and more memory than there is.
+  /// noted: the count that pays would take longer than an operator expects of a menu.
   void noter(std::uint64_t borne) {
     if (borne > borne_due && borne <= borne_max) borne_due = borne;
   }
 
-  /// All decisions on numbers below 2^66 are below it; the table then takes some 290 MB.
-  static constexpr std::uint64_t borne_max = std::uint64_t{1} << 33U;
+  /// All decisions on numbers below 2^100 are below it; a count there takes about a second.
+  static constexpr std::uint64_t borne_max = std::uint64_t{1} << 50U;
 };
 
 /// Pays: extends the table as far as it owes.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "primes/prem.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "primes/crible/crible.h"
 #include "primes/facteurs/facteurs.h"
 #include "primes/facteurs/facteurs64.h"
+#include "primes/facteurs/petits_facteurs.h"
 #include "primes/primalite/primalite.h"
 
 namespace premiers {
@@ -44,15 +46,32 @@ std::optional<std::uint64_t> petit_facteur(const NTL::ZZ& S) {
   }
 }
 
-/// The smallest prime factor of a composite S below 2^66.
-std::uint64_t facteur_certain(const NTL::ZZ& S) {
+/// The smallest prime factor of a composite S below 2^`bits_borne_exacte`, or, where that is quicker
+/// to see, some prime factor that is at most `assez`.
+std::uint64_t facteur_certain(const NTL::ZZ& S, std::uint64_t assez) {
   if (NTL::NumBits(S) <= 64) return plus_petit_facteur(en_entier64(S));
+  NTL::ZZ reste = S;
+  const auto petits = retirer_petits_facteurs(reste);
+  if (!petits.empty() && petits.front().premier <= assez) return petits.front().premier;
   return en_entier64(decomposer(S).front().premier);
+}
+
+/// No number up to n can raise the bound: not a prime, by its root, and a composite even less.
+bool sans_effet(const Dette& dette, Entier128 n) {
+  const Entier128 suivante = Entier128{dette.borne_due} + 1;
+  return n < suivante * suivante;
 }
 
 }  // namespace
 
+static_assert(Dette::borne_max == std::uint64_t{1} << (bits_borne_exacte / 2));
+
 void Suiv(Table& Nprem) { Nprem.etendre_au_rang(Nprem.np() + 1); }
+
+void noter_si_premier(Dette& dette, const NTL::ZZ& S) {
+  if (NTL::NumBits(S) > bits_borne_exacte || sans_effet(dette, en_entier128(S))) return;
+  if (est_premier(S)) noter_premier(dette, S);
+}
 
 void noter_division(Dette& dette, const NTL::ZZ& S) {
   if (NTL::NumBits(S) > bits_borne_exacte) {
@@ -60,15 +79,15 @@ void noter_division(Dette& dette, const NTL::ZZ& S) {
     if (const auto p = petit_facteur(S)) dette.noter(*p - 1);
     return;
   }
-  // A prime would raise the bound to its root, a composite to one less at most.
   const auto n = en_entier128(S);
-  const Entier128 suivante = Entier128{dette.borne_due} + 1;
-  if (n < suivante * suivante) return;
+  if (sans_effet(dette, n)) return;
   if (est_premier(n)) {
     noter_premier(dette, S);
-  } else if (n >= (suivante + 1) * (suivante + 1)) {
-    dette.noter(facteur_certain(S) - 1);
+    return;
   }
+  // A composite raises it to its root less one at most.
+  const Entier128 deux_plus = Entier128{dette.borne_due} + 2;
+  if (n >= deux_plus * deux_plus) dette.noter(facteur_certain(S, dette.borne_due) - 1);
 }
 
 bool prem(const NTL::ZZ& S, Dette& dette) {
@@ -85,6 +104,13 @@ bool prem1(std::int64_t S3, Dette& dette) {
   }
   if (rS1 > dette.borne_due) dette.noter(plus_petit_facteur(n) - 1);
   return false;
+}
+
+void noter_intervalle(Dette& dette, Intervalle bornes) {
+  const std::int64_t debut = std::max<std::int64_t>(bornes.debut, 5);
+  for (std::int64_t n = bornes.fin; n >= debut; --n) {
+    if (n % 2 != 0 && prem1(n, dette)) return;
+  }
 }
 
 }  // namespace premiers

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "primes/dette.h"
+#include "primes/rangs/intervalle.h"
 #include "primes/table.h"
 
 namespace premiers {
@@ -22,14 +23,22 @@ bool prem(const NTL::ZZ& S, Dette& dette);
 /// them tried: true for the primes but 2, and for 1.
 bool prem1(std::int64_t S3, Dette& dette);
 
-/// The note of `prem` without its answer: free where S is too small to raise the bound, so a caller
-/// with many numbers begins with the largest.
+/// The note of `prem` without its answer: free where S is too small to raise the bound. A caller with
+/// many numbers notes the primes among them first: behind a prime few composites can raise it.
 /// From 2^`bits_borne_exacte` on a prime leaves no note, and a composite leaves one only if its smallest
 /// factor is at most `plus_grand_diviseur`: finding a larger one would cost more than it tells.
 void noter_division(Dette& dette, const NTL::ZZ& S);
 
-/// 2^66: the root of a smaller number is below Dette::borne_max.
-inline constexpr int bits_borne_exacte = 66;
+/// Notes S if it is prime and small enough for that, as `noter_division` would.
+void noter_si_premier(Dette& dette, const NTL::ZZ& S);
+
+/// What deciding the odd numbers from 5 on of the interval by `prem1` obliges the table to: the
+/// largest prime with its root in double precision, and each composite above it with its smallest
+/// factor. Those below the largest prime oblige to less.
+void noter_intervalle(Dette& dette, Intervalle bornes);
+
+/// 2^100: the root of a smaller number is below Dette::borne_max.
+inline constexpr int bits_borne_exacte = 100;
 inline constexpr std::uint64_t plus_grand_diviseur = 10'000'000;
 
 }  // namespace premiers

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 
 namespace premiers {
 
@@ -15,7 +14,7 @@ struct Suites {
   /// Takes the next consecutive prime. Gives how many primes, this one the last, have to be shown
   /// now: `minimum` when its run has just grown to that, 1 when it grows further, else 0.
   std::int64_t suivant(std::int64_t premier) {
-    const bool prolonge = precedent_ && premier - *precedent_ == difference_;
+    const bool prolonge = longueur_ > 0 && premier - precedent_ == difference_;
     precedent_ = premier;
     longueur_ = prolonge ? longueur_ + 1 : 1;
     paires_ += prolonge ? 1 : 0;
@@ -30,7 +29,7 @@ struct Suites {
  private:
   std::int64_t difference_;
   std::int64_t minimum_;
-  std::optional<std::int64_t> precedent_;
+  std::int64_t precedent_ = 0;
   std::int64_t longueur_ = 0;
   std::int64_t paires_ = 0;
 };

@@ -24,6 +24,23 @@ inline std::uint64_t lire_mot(const std::uint8_t* octets, std::size_t n = 8) {
   return mot;
 }
 
+/// The flags of a byte for the residues >= r, and for those <= r, 0 <= r < 30.
+constexpr std::uint8_t drapeaux_a_partir_de(std::uint64_t r) {
+  return static_cast<std::uint8_t>(0xFFU << indice_suivant[r]);
+}
+constexpr std::uint8_t drapeaux_jusqu_a(std::uint64_t r) {
+  return r == 29 ? std::uint8_t{0xFF} : static_cast<std::uint8_t>(~drapeaux_a_partir_de(r + 1));
+}
+
+static_assert(drapeaux_a_partir_de(7) == 0xFE && drapeaux_jusqu_a(7) == 0x03 &&
+              drapeaux_jusqu_a(29) == 0xFF);
+
+/// Clears the flags of what is below a and above b; `octets` are those of a / 30 to b / 30.
+inline void limiter(std::span<std::uint8_t> octets, std::uint64_t a, std::uint64_t b) {
+  octets.front() &= drapeaux_a_partir_de(a % 30);
+  octets.back() &= drapeaux_jusqu_a(b % 30);
+}
+
 /// Calls f(p) for each set bit of `mot` in increasing order; `origine` is the integer that the
 /// word starts at.
 template <class F>

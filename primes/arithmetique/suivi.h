@@ -11,4 +11,11 @@ namespace premiers {
 /// finished stays valid.
 using Suivi = std::function<void(double part)>;
 
+/// For one step of a longer work: hears 0 to 1 of the step, tells `debut` to `fin` of the whole.
+/// Valid as long as `suivi`.
+inline Suivi etape(const Suivi& suivi, double debut, double fin) {
+  if (!suivi) return {};
+  return [&suivi, debut, fin](double part) { suivi(debut + part * (fin - debut)); };
+}
+
 }  // namespace premiers

@@ -43,12 +43,6 @@ std::uint64_t choisir_y(std::uint64_t x) {
   return std::min(static_cast<std::uint64_t>(alpha * std::cbrt(reel)), racine_carree(x));
 }
 
-// What the caller of a part is told, as a share of the whole.
-Suivi etape(const Suivi& suivi, double debut, double fin) {
-  if (!suivi) return {};
-  return [&suivi, debut, fin](double part) { suivi(debut + (fin - debut) * part); };
-}
-
 }  // namespace
 
 std::uint64_t nombre_premiers(std::uint64_t x, const Suivi& suivi) {

@@ -12,7 +12,7 @@ namespace premiers {
 namespace {
 
 /// Longer pieces are beyond `bits_borne_exacte`, or have leading zeros and are met as shorter ones.
-constexpr std::size_t longueur_exacte = 20;
+constexpr std::size_t longueur_exacte = 31;
 
 /// No number of so many digits has a root above the bound.
 bool sans_effet(const Dette& dette, std::size_t longueur) {

@@ -26,8 +26,9 @@ constexpr std::uint64_t premier_grand = CribleGrand::premier_grand;
 
 }  // namespace
 
-Crible::Crible(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t plafond)
-    : debut_(octet), fin_(octet_fin), octet_(octet), plafond_(plafond) {
+Crible::Crible(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t plafond,
+               std::uint64_t memoire)
+    : debut_(octet), fin_(octet_fin), octet_(octet), plafond_(plafond), memoire_(memoire) {
   if (octet > octet_fin || octet_fin > octet_max) {
     throw std::invalid_argument("Crible: window out of range");
   }
@@ -74,7 +75,7 @@ void Crible::remplir(std::span<std::uint8_t> octets, const Suivi& suivi) {
     const std::uint64_t suivant = octet_ + segment.size();
     moyens_.cribler(segment);
     if (plafond_ > premier_grand && (30 * suivant - 1) / premier_grand >= premier_grand) {
-      if (grands_ == nullptr) grands_ = std::make_unique<CribleGrand>(octet_, fin_);
+      if (grands_ == nullptr) grands_ = std::make_unique<CribleGrand>(octet_, fin_, memoire_);
       grands_->cribler(segment, octet_, annoncer);
     }
     octet_ = suivant;
@@ -95,16 +96,9 @@ std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& 
     const auto segment =
         std::span{tampon}.first(std::min<std::uint64_t>(tampon.size(), fin - octet));
     crible.remplir(segment, suivi);
-    if (octet == a / 30) {  // flags below a
-      for (std::size_t i = 0; i < 8 && residus[i] < a % 30; ++i)
-        segment[0] &= static_cast<std::uint8_t>(~(1u << i));
-    }
+    if (octet == a / 30) segment.front() &= drapeaux_a_partir_de(a % 30);
     octet += segment.size();
-    if (octet == fin) {  // flags above b
-      for (std::size_t i = 0; i < 8; ++i) {
-        if (residus[i] > b % 30) segment.back() &= static_cast<std::uint8_t>(~(1u << i));
-      }
-    }
+    if (octet == fin) segment.back() &= drapeaux_jusqu_a(b % 30);
     nombre += compter_bits(segment);
   }
   return nombre;

@@ -8,8 +8,8 @@
 //
 // Cost: about n log log n crossings for n integers, plus the sieving primes up to the root of the
 // end, which a narrow window pays as well (0.3 s just below 2^63). Memory: some 2 MB below 10^12;
-// beyond, up to 17 bytes for each byte of a round of at most 16 MB (primes/crible/crible_grand.h),
-// whatever the width.
+// beyond, what its caller allows it, 290 MB at most, whatever the width
+// (primes/crible/crible_grand.h).
 #pragma once
 
 #include <cstddef>
@@ -37,7 +37,11 @@ struct Crible {
   ///
   /// Sieving primes above `plafond` are left out: bit set then means no prime factor up to
   /// max(plafond, 163), or prime.
-  Crible(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t plafond = ~std::uint64_t{0});
+  ///
+  /// `memoire` is the budget of the large primes, in bytes: what they take stays below it (but for
+  /// the least they can do with, 18 MB). Less of it costs time above 10^15 or so.
+  Crible(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t plafond = ~std::uint64_t{0},
+         std::uint64_t memoire = CribleGrand::memoire_max);
 
   /// What to give `remplir` where the bytes are looked at and forgotten: the size, a multiple of
   /// 64, that stays in the L2 cache. Smaller for windows that are themselves smaller.
@@ -56,6 +60,7 @@ struct Crible {
   std::uint64_t fin_;
   std::uint64_t octet_;  // where the next segment starts
   std::uint64_t plafond_;
+  std::uint64_t memoire_;
   PremiersCribleurs cribleurs_;
   CriblePetit petits_;
   CribleMoyen moyens_;

@@ -3,6 +3,7 @@
 #include "primes/crible/crible_grand.h"
 
 #include <algorithm>
+#include <bit>
 #include <functional>
 
 #include "primes/arithmetique/bits.h"
@@ -19,12 +20,12 @@ namespace {
 constexpr unsigned log_seau = 19;
 constexpr std::size_t taille_seau = std::size_t{1} << log_seau;
 
-// Bytes of the longest round. Longer rounds go through the large primes less often, but take up to
-// 17 times as much memory. Sensible are 2^22 to 2^25; 2^23 costs 20 % just below 2^63.
-constexpr std::uint64_t tour_max = std::uint64_t{1} << 24;
+// The shortest round that the memory is cut down to.
+constexpr std::uint64_t tour_min = std::uint64_t{1} << 20;
 
-// The first round of a window that is longer than tour_max: perhaps no more is ever asked for.
-constexpr std::uint64_t premier_tour = tour_max / 4;
+// The first round of a window that is longer than the longest is this part of it: perhaps no more is
+// ever asked for.
+constexpr std::uint64_t part_du_premier = 4;
 
 // Beyond the width of the round candidates need not be prime, only free of small factors. The wider
 // the round, the more multiples a false candidate has in it, and the deeper it pays to sieve. Found
@@ -65,11 +66,12 @@ inline std::uint64_t quotient_superieur(std::uint64_t n, std::uint64_t p) {
 
 }  // namespace
 
-CribleGrand::CribleGrand(std::uint64_t octet, std::uint64_t octet_fin)
+CribleGrand::CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t memoire)
     : fin_(octet_fin),
       debut_tour_(octet),
       fin_tour_(octet),
-      longueur_(octet_fin - octet <= tour_max ? tour_max : premier_tour) {}
+      tour_max_(std::clamp(std::bit_floor(memoire / octets_par_octet), tour_min, tour_max)),
+      longueur_(octet_fin - octet <= tour_max_ ? tour_max_ : tour_max_ / part_du_premier) {}
 
 /// Writes the multiples of p in the round, by cofactors coprime to 30, into the buckets.
 inline void CribleGrand::noter_multiples(std::uint64_t p) {
@@ -106,7 +108,7 @@ void CribleGrand::ouvrir_tour(const Annonce& annoncer) {
   const std::uint64_t longueur = std::min(longueur_, fin_ - fin_tour_);
   debut_tour_ = fin_tour_;
   fin_tour_ += longueur;
-  longueur_ = std::min(2 * longueur_, tour_max);
+  longueur_ = std::min(2 * longueur_, tour_max_);
   seaux_.preparer((longueur - 1) / taille_seau + 1);
   const Fenetre fenetre{30 * debut_tour_, 30 * fin_tour_};
   const std::uint64_t racine = racine_carree(fenetre.fin - 1);

@@ -33,8 +33,16 @@ struct CribleGrand {
   /// Hears up to which byte of the window the multiples are known.
   using Annonce = std::function<void(std::uint64_t octet)>;
 
-  /// For the window of bytes [octet, octet_fin), octet > 2^40 / 30.
-  CribleGrand(std::uint64_t octet, std::uint64_t octet_fin);
+  /// Bytes that the buckets take for each byte of a round, at most.
+  static constexpr std::uint64_t octets_par_octet = 17;
+  /// Bytes of the longest round that pays: longer rounds go through the large primes less often, but
+  /// leave the caches. Sensible are 2^22 to 2^25; 2^23 costs 20 % just below 2^63.
+  static constexpr std::uint64_t tour_max = std::uint64_t{1} << 24;
+  static constexpr std::uint64_t memoire_max = octets_par_octet * tour_max;
+
+  /// For the window of bytes [octet, octet_fin), octet > 2^40 / 30, with rounds as long as `memoire`
+  /// bytes allow.
+  CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t memoire = memoire_max);
 
   /// Crosses off the multiples of the large primes in the segment at byte `octet`, where the last
   /// one ended. `annoncer` (may be empty) is called every millisecond or so of preparation.
@@ -52,6 +60,7 @@ struct CribleGrand {
   std::uint64_t fin_;         // end of the window
   std::uint64_t debut_tour_;  // the round: bytes [debut_tour_, fin_tour_)
   std::uint64_t fin_tour_;
+  std::uint64_t tour_max_;            // the longest round that the memory allows
   std::uint64_t longueur_;            // of the next round
   Seaux seaux_;                       // entries: (byte in the round) * 8 + bit
   std::vector<std::uint32_t> tries_;  // of a bucket wanted in pieces: what is left, falling

@@ -11,7 +11,7 @@
 #include <limits>
 #include <vector>
 
-#include "primes/intervalle.h"
+#include "primes/rangs/intervalle.h"
 #include "primes/prem.h"
 
 namespace premiers {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The primes between two bounds: the ways that lead to them agree with each other, with division
 // and with published counts, from the smallest bounds to 2^63 - 1.
-#include "primes/intervalle.h"
+#include "primes/rangs/intervalle.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ bool premier_par_division(std::int64_t n) {
 
 std::vector<std::int64_t> par_lots(Intervalle bornes) {
   std::vector<std::int64_t> premiers;
-  LotsDePremiers lots(bornes);
+  LotsDePremiers lots(bornes, CribleGrand::memoire_max);
   for (auto lot = lots.suivant(); !lot.empty(); lot = lots.suivant()) {
     for (const std::uint64_t p : lot) premiers.push_back(static_cast<std::int64_t>(p));
   }
@@ -165,7 +165,7 @@ TEST(TroisVoies, TheCombinatorialCountAgreesWithTheSieve) {
 
 TEST(Progress, IsToldInOrderAndMayAbandonTheWork) {
   std::vector<double> parts;
-  LotsDePremiers lots({1, 100'000'000});
+  LotsDePremiers lots({1, 100'000'000}, CribleGrand::memoire_max);
   while (!lots.suivant([&](double part) { parts.push_back(part); }).empty()) {
   }
   ASSERT_GE(parts.size(), 3U);

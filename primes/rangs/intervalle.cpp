@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "primes/intervalle.h"
+#include "primes/rangs/intervalle.h"
 
 #include <cmath>
 
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/roue.h"
 #include "primes/compte/compte.h"
-#include "primes/prem.h"
 #include "primes/primalite/primalite.h"
+#include "primes/rangs/couts.h"
 
 namespace premiers {
 
@@ -17,73 +17,43 @@ std::uint64_t naturel(std::int64_t n) { return static_cast<std::uint64_t>(n); }
 
 double largeur(Intervalle bornes) { return static_cast<double>(bornes.fin - bornes.debut) + 1; }
 
-/// About how many primes there are below x.
-double nombre_environ(double x) { return x / std::max(std::log(x) - 1, 1.0); }
-
-// Costs in nanoseconds. They come from the benchmarks of crible, primalite and compte: 10^9 integers
-// are sieved in 0.06 s at 0 and in 0.16 s at 10^12; the 1.5 * 10^8 sieving primes below 2^63 take
-// 0.33 s; a random odd number of 64 bits is decided in 0.1 us; pi(10^12) takes 8 ms, pi(10^14)
-// 0.13 s. Near the borders two ways cost the same, so a factor of two does no harm.
-
-/// Sieving: so much for each integer of the interval, and for each sieving prime.
-constexpr double par_entier_crible = 0.2;
-constexpr double par_cribleur = 2.2;
-/// Deciding one by one: so much for each integer, odd or even.
-constexpr double par_entier_decide = 50;
-/// The combinatorial count of the primes up to x: so much for each unit of x^(2/3).
-constexpr double par_puissance_deux_tiers = 0.08;
-
-double cout_crible(Intervalle bornes) {
-  const double racine = std::sqrt(static_cast<double>(bornes.fin));
-  return largeur(bornes) * par_entier_crible + nombre_environ(racine) * par_cribleur;
+bool vaut_un_par_un(Intervalle bornes) {
+  return cout_un_par_un(largeur(bornes)) <
+         cout_crible(largeur(bornes), static_cast<double>(bornes.fin));
 }
 
-double cout_un_par_un(Intervalle bornes) { return largeur(bornes) * par_entier_decide; }
-
-double cout_combinatoire(Intervalle bornes) {
-  const auto cout = [](std::int64_t x) {
-    return par_puissance_deux_tiers * std::cbrt(static_cast<double>(x)) *
-           std::cbrt(static_cast<double>(x));
-  };
-  return cout(bornes.debut) + cout(bornes.fin);
+/// Two counts cost less than sieving.
+bool vaut_deux_comptes(Intervalle bornes) {
+  const auto debut = static_cast<double>(bornes.debut);
+  const auto fin = static_cast<double>(bornes.fin);
+  return cout_compte(debut) + cout_compte(fin) < cout_crible(largeur(bornes), fin);
 }
-
-bool vaut_un_par_un(Intervalle bornes) { return cout_un_par_un(bornes) < cout_crible(bornes); }
-
-/// Bits of a byte whose residue is >= r, 0 <= r < 30.
-constexpr std::uint8_t a_partir_de(std::uint64_t r) {
-  return static_cast<std::uint8_t>(0xFFU << indice_suivant[r]);
-}
-
-/// Bits of a byte whose residue is <= r, 0 <= r < 30.
-constexpr std::uint8_t jusqu_a(std::uint64_t r) {
-  return r == 29 ? std::uint8_t{0xFF} : static_cast<std::uint8_t>(~a_partir_de(r + 1));
-}
-
-static_assert(a_partir_de(7) == 0xFE && jusqu_a(7) == 0x03 && jusqu_a(29) == 0xFF);
 
 /// 2, 3 and 5 have no bit in sieved bytes.
 constexpr std::uint64_t premier_avec_bit = 7;
 
 /// A batch from the sieve: at most 2,048 primes, so that they stay in the L1 cache.
 constexpr std::size_t octets_par_lot = 256;
+/// Of bytes that are sieved already so many are taken at a time.
+constexpr std::size_t octets_copies = std::size_t{1} << 14;
 /// A batch of numbers decided one by one: some hundred microseconds.
 constexpr std::uint64_t nombres_par_lot = 4096;
 
-/// Half of the work for each of two counts.
-Suivi moitie(const Suivi& suivi, double debut) {
-  if (!suivi) return {};
-  return [&suivi, debut](double part) { suivi(debut + part / 2); };
-}
-
 }  // namespace
 
-Fenetres::Fenetres(std::uint64_t debut, std::uint64_t fin)
+Fenetres::Fenetres(std::uint64_t debut, std::uint64_t fin, std::uint64_t memoire)
     : debut_(debut),
       fin_(fin),
       octet_(debut / 30),
-      crible_(octet_, fin / 30 + 1),
-      tampon_(crible_.taille()) {}
+      crible_(std::in_place, octet_, fin / 30 + 1, ~std::uint64_t{0}, memoire),
+      tampon_(crible_->taille()) {}
+
+Fenetres::Fenetres(std::uint64_t debut, std::uint64_t fin, std::span<const std::uint8_t> cribles)
+    : debut_(debut),
+      fin_(fin),
+      octet_(debut / 30),
+      cribles_(cribles),
+      tampon_(std::min<std::uint64_t>(octets_copies, fin / 30 + 1 - octet_)) {}
 
 bool Fenetres::suivante(const Suivi& suivi) {
   octet_ += taille_;
@@ -91,9 +61,13 @@ bool Fenetres::suivante(const Suivi& suivi) {
   if (octet_ >= octet_fin) return false;
   taille_ = static_cast<std::size_t>(std::min<std::uint64_t>(tampon_.size(), octet_fin - octet_));
   const std::span<std::uint8_t> fenetre(tampon_.data(), taille_);
-  crible_.remplir(fenetre, suivi);
-  if (octet_ == debut_ / 30) fenetre.front() &= a_partir_de(debut_ % 30);
-  if (octet_ + taille_ == octet_fin) fenetre.back() &= jusqu_a(fin_ % 30);
+  if (crible_) {
+    crible_->remplir(fenetre, suivi);
+  } else {
+    std::copy_n(cribles_.begin() + static_cast<std::ptrdiff_t>(octet_), taille_, fenetre.begin());
+  }
+  if (octet_ == debut_ / 30) fenetre.front() &= drapeaux_a_partir_de(debut_ % 30);
+  if (octet_ + taille_ == octet_fin) fenetre.back() &= drapeaux_jusqu_a(fin_ % 30);
   return true;
 }
 
@@ -102,10 +76,18 @@ LotsDePremiers::LotsDePremiers(Intervalle bornes)
       fin_(naturel(std::max<std::int64_t>(bornes.fin, 0))),
       position_(debut_),
       lot_(std::make_unique_for_overwrite<std::uint64_t[]>(
-          std::max<std::size_t>(octets_par_lot * 8, nombres_par_lot))) {
+          std::max<std::size_t>(octets_par_lot * 8, nombres_par_lot))) {}
+
+LotsDePremiers::LotsDePremiers(Intervalle bornes, std::uint64_t memoire) : LotsDePremiers(bornes) {
   bornes.debut = std::max<std::int64_t>(bornes.debut, 1);
-  const std::uint64_t debut_crible = std::max(debut_, premier_avec_bit);
-  if (debut_crible <= fin_ && !vaut_un_par_un(bornes)) fenetres_.emplace(debut_crible, fin_);
+  const std::uint64_t debut = std::max(debut_, premier_avec_bit);
+  if (debut <= fin_ && !vaut_un_par_un(bornes)) fenetres_.emplace(debut, fin_, memoire);
+}
+
+LotsDePremiers::LotsDePremiers(Intervalle bornes, std::span<const std::uint8_t> cribles)
+    : LotsDePremiers(bornes) {
+  const std::uint64_t debut = std::max(debut_, premier_avec_bit);
+  if (debut <= fin_) fenetres_.emplace(debut, fin_, cribles);
 }
 
 std::span<const std::uint64_t> LotsDePremiers::suivant(const Suivi& suivi) {
@@ -159,26 +141,19 @@ std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi) {
   if (bornes.fin < bornes.debut) return 0;
   if (vaut_un_par_un(bornes)) {
     std::int64_t effectif = 0;
-    LotsDePremiers lots(bornes);
+    LotsDePremiers lots(bornes, CribleGrand::memoire_max);
     for (auto lot = lots.suivant(suivi); !lot.empty(); lot = lots.suivant(suivi)) {
       effectif += static_cast<std::int64_t>(lot.size());
     }
     return effectif;
   }
-  if (cout_combinatoire(bornes) < cout_crible(bornes)) {
-    const std::uint64_t avant = nombre_premiers(naturel(bornes.debut) - 1, moitie(suivi, 0.0));
-    const std::uint64_t jusqu = nombre_premiers(naturel(bornes.fin), moitie(suivi, 0.5));
+  if (vaut_deux_comptes(bornes)) {
+    const std::uint64_t avant = nombre_premiers(naturel(bornes.debut) - 1, etape(suivi, 0, 0.5));
+    const std::uint64_t jusqu = nombre_premiers(naturel(bornes.fin), etape(suivi, 0.5, 1));
     return static_cast<std::int64_t>(jusqu - avant);
   }
   return static_cast<std::int64_t>(
       compter_par_crible(naturel(bornes.debut), naturel(bornes.fin), suivi));
-}
-
-void noter_intervalle(Dette& dette, Intervalle bornes) {
-  const std::int64_t debut = std::max<std::int64_t>(bornes.debut, 5);
-  for (std::int64_t n = bornes.fin; n >= debut; --n) {
-    if (n % 2 != 0 && prem1(n, dette)) return;
-  }
 }
 
 }  // namespace premiers

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The primes between two bounds, listed or only counted, below 2^63. Three ways lead to them, and
-// the cheapest is taken (primes/intervalle.cpp tells the costs): sieving the interval, deciding
+// the cheapest is taken (primes/rangs/couts.h): sieving the interval, deciding
 // its numbers one by one where it is so narrow and high that the sieving primes would cost more,
 // and, for the count alone, the difference of two combinatorial counts.
 #pragma once
@@ -14,7 +14,6 @@
 
 #include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible.h"
-#include "primes/dette.h"
 
 namespace premiers {
 
@@ -27,14 +26,13 @@ struct Intervalle {
 /// How many primes lie in the interval.
 std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi = {});
 
-/// What deciding the odd numbers from 5 on of the interval by division obliges the table to: the
-/// largest prime with its root in double precision, and each composite above it with its smallest
-/// factor. Those below the largest prime oblige to less.
-void noter_intervalle(Dette& dette, Intervalle bornes);
-
 /// The sieved bytes of an interval of numbers >= 7, window after window.
 struct Fenetres {
-  Fenetres(std::uint64_t debut, std::uint64_t fin);
+  /// `memoire`: the budget of the sieve, in bytes.
+  Fenetres(std::uint64_t debut, std::uint64_t fin,
+           std::uint64_t memoire = CribleGrand::memoire_max);
+  /// The same from bytes that are sieved already: those of 0 .. 29 and on, beyond `fin`.
+  Fenetres(std::uint64_t debut, std::uint64_t fin, std::span<const std::uint8_t> cribles);
 
   /// Sieves the next window; false once the interval is done. `suivi` hears the part of the
   /// interval that is done.
@@ -48,20 +46,25 @@ struct Fenetres {
   std::uint64_t fin_;
   std::uint64_t octet_;
   std::size_t taille_ = 0;
-  Crible crible_;
+  std::optional<Crible> crible_;
+  std::span<const std::uint8_t> cribles_;
   std::vector<std::uint8_t> tampon_;
 };
 
 /// The primes of an interval in increasing order, batch after batch.
 struct LotsDePremiers {
   /// Prepares the way that costs less: a sieve, or deciding the numbers one by one.
-  explicit LotsDePremiers(Intervalle bornes);
+  /// `memoire`: the budget of the sieve, in bytes.
+  LotsDePremiers(Intervalle bornes, std::uint64_t memoire);
+  /// Reads what is sieved already: the bytes of 0 .. 29 and on, beyond bornes.fin.
+  LotsDePremiers(Intervalle bornes, std::span<const std::uint8_t> cribles);
 
   /// The next batch; empty once there is no prime left. It is valid until the next call. `suivi`
   /// hears the part of the interval that is done.
   std::span<const std::uint64_t> suivant(const Suivi& suivi = {});
 
  private:
+  explicit LotsDePremiers(Intervalle bornes);
   void prendre_les_petits();
   void prendre_du_crible(const Suivi& suivi);
   void decider_un_par_un(const Suivi& suivi);
