@@ -126,6 +126,7 @@ void entre_deux_rangs(Session& s) {
 
 /// The rank of the smallest prime >= v, for v not above the last known prime.
 std::int64_t rang_a_partir_de(Session& s, std::int64_t v) {
+  if (v <= 2) return 1;
   return s.etat.Nprem.jusqu_a(v - 1, suivre(s, calcul_des_premiers)).rang + 1;
 }
 

@@ -30,11 +30,11 @@ void DetteMorceaux::changer(std::size_t communs) {
 }
 
 void DetteMorceaux::noter_longueur(std::string_view chiffres, std::size_t longueur,
-                                   Morceaux morceaux) {
+                                   Morceaux morceaux, Note note) {
   const std::size_t notes = morceaux == Morceaux::tous ? tous_notes_ : debuts_notes_;
   const std::size_t derniere = morceaux == Morceaux::tous ? chiffres.size() : longueur;
   for (std::size_t fin = std::max(longueur, notes + 1); fin <= derniere; ++fin) {
-    noter_division(dette_, valeur_des_chiffres(chiffres.substr(fin - longueur, longueur)));
+    note(dette_, valeur_des_chiffres(chiffres.substr(fin - longueur, longueur)));
   }
 }
 
@@ -44,12 +44,15 @@ void DetteMorceaux::noter(std::string_view chiffres, Morceaux morceaux) {
     noter_division(dette_, valeur_des_chiffres(chiffres));
     return;
   }
-  for (std::size_t u = std::min(n, longueur_exacte); u > 0 && !sans_effet(dette_, u); --u) {
-    noter_longueur(chiffres, u, morceaux);
+  // The primes first: what a composite obliges to must be looked for only above the largest of them.
+  for (const Note note : {noter_si_premier, noter_division}) {
+    for (std::size_t u = std::min(n, longueur_exacte); u > 0 && !sans_effet(dette_, u); --u) {
+      noter_longueur(chiffres, u, morceaux, note);
+    }
   }
   for (std::size_t u = longueur_exacte + 1; u <= n; ++u) {
     if (dette_.borne_due >= plus_grand_diviseur) break;
-    noter_longueur(chiffres, u, morceaux);
+    noter_longueur(chiffres, u, morceaux, noter_division);
   }
   debuts_notes_ = n;
   if (morceaux == Morceaux::tous) tous_notes_ = n;

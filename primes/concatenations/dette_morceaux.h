@@ -35,7 +35,9 @@ struct DetteMorceaux {
   void noter(std::string_view chiffres, Morceaux morceaux);
 
  private:
-  void noter_longueur(std::string_view chiffres, std::size_t longueur, Morceaux morceaux);
+  using Note = void (*)(Dette&, const NTL::ZZ&);
+  void noter_longueur(std::string_view chiffres, std::size_t longueur, Morceaux morceaux,
+                      Note note);
 
   Dette& dette_;
   // Among so many leading digits the first pieces are noted, and all pieces.
@@ -46,8 +48,8 @@ struct DetteMorceaux {
 /// The note of one number that has been cut.
 void noter_morceaux(Dette& dette, const Decoupe& decoupe);
 
-/// Notes the numbers debut .. fin and all their pieces, if there is a prime below 2^66 among them
-/// and none of them is above 2^66; gives false, and notes nothing, if it is not so. It takes the
+/// Notes the numbers debut .. fin and all their pieces, if there is a prime below 2^100 among them
+/// and none of them is above 2^100; gives false, and notes nothing, if it is not so. It takes the
 /// time of a few hundred tests at most.
 bool noter_par_le_plus_grand_premier(Dette& dette, const NTL::ZZ& debut, const NTL::ZZ& fin);
 

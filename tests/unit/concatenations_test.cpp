@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "concat_modele.h"
+#include "primes/facteurs/facteurs.h"
 
 namespace premiers {
 namespace {
@@ -222,7 +223,8 @@ TEST(Concatenations, TheTwoSizesOfNumbersMeetSeamlessly) {
   }
 }
 
-/// What division by the primes in turn obliges the table to, found by dividing.
+/// What division by the primes in turn obliges the table to, found by dividing; a factor above 10^7,
+/// of a number below 2^100, by decomposing.
 std::uint64_t note(const ZZ& S) {
   if (S <= 2) return 0;
   const ZZ racine = NTL::SqrRoot(S);
@@ -231,12 +233,13 @@ std::uint64_t note(const ZZ& S) {
     if (NTL::divide(S, p)) return static_cast<std::uint64_t>(p) - 1;
     if (p > 1'000'000'000) break;
   }
-  if (racine > 10'000'000 && !NTL::ProbPrime(S, 20)) return 0;  // the test has no such pieces
-  return NTL::NumBits(S) > 66 ? 0 : NTL::conv<unsigned long>(racine);
+  if (NTL::NumBits(S) > 100) return 0;
+  if (racine <= 10'000'000 || NTL::ProbPrime(S, 20)) return NTL::conv<unsigned long>(racine);
+  return NTL::conv<unsigned long>(decomposer(S).front().premier) - 1;
 }
 
 TEST(Concatenations, GrowthBeyondTheExactBound) {
-  // Long numbers of mostly zeros: their pieces are beyond 2^66, or small.
+  // Long numbers of mostly zeros: their pieces are beyond 2^100, or small.
   for (const char* chiffres :
        {"100000000000000000000000000000", "400000000000000000000000000000680",
         "600000000000000000000000901", "200000000000000000000000000004001"}) {

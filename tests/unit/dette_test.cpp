@@ -264,12 +264,24 @@ TEST_F(DetteTest, ANoteBeyondTheLimitIsNotTaken) {
   EXPECT_EQ(dette.borne_due, Dette{}.borne_due);
   dette.noter(Dette::borne_max);
   EXPECT_EQ(dette.borne_due, Dette::borne_max);
-  // Both factors of the product of two primes near 2^34 are beyond it.
-  Dette grande;
-  noter_decomposition(grande,
-                      std::vector<Facteur>{{NTL::ZZ(17179869107), 1}, {NTL::ZZ(17179869143), 1}});
-  EXPECT_EQ(grande.borne_due, std::uint64_t{131072} - 1)
-      << "the root of the last factor, just below 2^17, is all that is noted";
+}
+
+// One decision makes one note, the largest of what its rule says; where that is beyond the limit
+// there is none at all.
+TEST_F(DetteTest, ADecisionBeyondTheLimitLeavesNoNoteAtAll) {
+  const NTL::ZZ dix(10);
+  Dette dix_40;
+  noter_decomposition(dix_40, std::vector<Facteur>{{NTL::ZZ(1009), 1},
+                                                   {NTL::power(dix, 40) + 121, 1}});
+  EXPECT_EQ(dix_40.borne_due, Dette{}.borne_due) << "the root, 10^20, is the note of the decision";
+  Dette dix_30;
+  noter_decomposition(dix_30, std::vector<Facteur>{{NTL::ZZ(1009), 1},
+                                                   {NTL::power(dix, 30) + 57, 1}});
+  EXPECT_EQ(dix_30.borne_due, 1'000'000'000'000'000U);
+  const NTL::ZZ p = NTL::power2_ZZ(51) - 129, q = NTL::power2_ZZ(51) + 65;
+  Dette deux_grands;
+  noter_decomposition(deux_grands, std::vector<Facteur>{{p, 1}, {q, 1}});
+  EXPECT_EQ(deux_grands.borne_due, Dette{}.borne_due) << "the smaller factor, above 2^50";
 }
 
 TEST_F(DetteTest, PayingChangesNothingWhereTheTableReachesFarEnough) {

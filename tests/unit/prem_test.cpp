@@ -25,19 +25,25 @@ TEST(Prem, NotesACompositeByItsSmallestFactor) {
   EXPECT_EQ(dette.borne_due, static_cast<std::uint64_t>(p) - 1);
 }
 
-TEST(Prem, IsExactBetween64And66Bits) {
-  const ZZ p(8'589'934'583);  // the largest prime below 2^33
+TEST(Prem, IsExactBetween64And100Bits) {
+  // The largest prime below 2^50 (C. Caldwell, The Prime Pages, "Primes just less than a power of
+  // two": 2^50 - 27).
+  const ZZ p((std::int64_t{1} << 50U) - 27);
   ASSERT_TRUE(NTL::ProbPrime(p, 20));
   Dette dette;
   EXPECT_FALSE(prem(p * p, dette));
-  EXPECT_EQ(dette.borne_due, 8'589'934'582U);
+  EXPECT_EQ(dette.borne_due, (std::uint64_t{1} << 50U) - 28);
+  // 2^100 - 15 is prime (the same list), and its root is 2^50 less a bit.
+  Dette d100;
+  EXPECT_TRUE(prem(NTL::power2_ZZ(100) - 15, d100));
+  EXPECT_EQ(d100.borne_due, (std::uint64_t{1} << 50U) - 1);
   Dette d64;
   EXPECT_TRUE(prem(NTL::power2_ZZ(64) + 13, d64));
   EXPECT_EQ(d64.borne_due, std::uint64_t{1} << 32);
 }
 
-TEST(Prem, Beyond66BitsOnlySmallFactorsLeaveANote) {
-  const ZZ grand = NTL::power2_ZZ(89) - 1;  // a Mersenne prime
+TEST(Prem, Beyond100BitsOnlySmallFactorsLeaveANote) {
+  const ZZ grand = NTL::power2_ZZ(107) - 1;  // a Mersenne prime
   Dette dette;
   EXPECT_TRUE(prem(grand, dette));
   EXPECT_EQ(dette.borne_due, Dette{}.borne_due);
@@ -46,6 +52,29 @@ TEST(Prem, Beyond66BitsOnlySmallFactorsLeaveANote) {
   Dette autre;
   EXPECT_FALSE(prem(grand * 10'000'019, autre));  // the next one
   EXPECT_EQ(autre.borne_due, Dette{}.borne_due);
+}
+
+// A composite between two bounds of the debt: with all smaller factors known to be in the table it
+// obliges to nothing more, whatever was noted before.
+TEST(Prem, ACompositeAboveTheDebtIsNotedByItsSmallestFactorAlone) {
+  const ZZ p(1'000'000'007), q(10'000'000'019);
+  for (const std::uint64_t deja : {std::uint64_t{2}, std::uint64_t{2011}, std::uint64_t{1'000'000'005}}) {
+    Dette dette;
+    dette.noter(deja);
+    EXPECT_FALSE(prem(p * q, dette));
+    EXPECT_EQ(dette.borne_due, 1'000'000'006U) << deja;
+  }
+  Dette petite;
+  EXPECT_FALSE(prem(p * q * 2003, petite));
+  EXPECT_EQ(petite.borne_due, 2002U);
+}
+
+TEST(Prem, NotingPrimesAloneNotesNoComposite) {
+  Dette dette;
+  noter_si_premier(dette, ZZ(1'000'000'007) * ZZ(1'000'000'009));
+  EXPECT_EQ(dette.borne_due, Dette{}.borne_due);
+  noter_si_premier(dette, ZZ(1'000'000'007));
+  EXPECT_EQ(dette.borne_due, 31622U);
 }
 
 }  // namespace

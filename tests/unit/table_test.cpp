@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The table of primes by rank: published counts and primes, every small rank against division,
-// the borders of its blocks, and any order of growing.
+// The table of primes by rank: published counts and primes, every small rank against division, the
+// borders between what is kept, sieved and counted, the end of the numbers, and any order of growing
+// and reading.
 #include "primes/table.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <random>
 #include <stdexcept>
 #include <vector>
 
@@ -15,34 +18,35 @@
 namespace premiers {
 namespace {
 
-/// The primes up to `limite` by division, behind a slot 0.
+constexpr std::int64_t sans_limite = SuiteDePremiers::sans_limite;
+
+/// The primes up to `limite` by the plain sieve, behind a slot 0.
 std::vector<std::int64_t> premiers_naifs(std::int64_t limite) {
+  std::vector<bool> compose(static_cast<std::size_t>(limite) + 1);
   std::vector<std::int64_t> premiers{0};
-  for (std::int64_t n = 2; n <= limite; ++n) {
-    bool premier = true;
-    for (std::size_t k = 1; k < premiers.size() && premiers[k] * premiers[k] <= n; ++k) {
-      if (n % premiers[k] == 0) {
-        premier = false;
-        break;
-      }
-    }
-    if (premier) premiers.push_back(n);
+  for (std::size_t n = 2; n < compose.size(); ++n) {
+    if (compose[n]) continue;
+    premiers.push_back(static_cast<std::int64_t>(n));
+    for (std::size_t m = n * n; m < compose.size(); m += n) compose[m] = true;
   }
   return premiers;
-}
-
-/// Grows in small steps, so that the blocks are as small and as many as they can be.
-void agrandir_par_petits_pas(Table& table, std::int64_t borne) {
-  for (std::int64_t pas = 0; pas < borne; pas += 10'000) table.etendre_au_dela(pas);
-  table.etendre_au_dela(borne);
 }
 
 std::int64_t taille(const std::vector<std::int64_t>& premiers) {
   return static_cast<std::int64_t>(premiers.size()) - 1;
 }
 
+/// What a suite holds, all batches in a row.
+std::vector<std::int64_t> tout(SuiteDePremiers suite) {
+  std::vector<std::int64_t> premiers;
+  for (auto lot = suite.suivant(); !lot.empty(); lot = suite.suivant()) {
+    premiers.insert(premiers.end(), lot.begin(), lot.end());
+  }
+  return premiers;
+}
+
 TEST(FreshTable, HoldsTwoAndThreeBehindSlotZero) {
-  const Table table;
+  Table table;
   EXPECT_EQ(table.np(), 2);
   EXPECT_EQ(table.dernier(), 3);
   EXPECT_EQ(table[0], 0);
@@ -51,22 +55,19 @@ TEST(FreshTable, HoldsTwoAndThreeBehindSlotZero) {
 }
 
 TEST(FreshTable, KnowsTheRanksOfItsValues) {
-  const Table table;
+  Table table;
   for (const std::int64_t v : {std::numeric_limits<std::int64_t>::min(), std::int64_t{-1},
                                std::int64_t{0}, std::int64_t{1}}) {
-    EXPECT_EQ(table.rang(v), 0) << v;
-    EXPECT_EQ(table.rang_suivant(v), 1) << v;
+    EXPECT_EQ(table.jusqu_a(v), (Place{0, 0})) << v;
   }
-  EXPECT_EQ(table.rang(2), 1);
-  EXPECT_EQ(table.rang(3), 2);
-  EXPECT_EQ(table.rang(1000), 2) << "what is not in the table has no rank";
-  EXPECT_EQ(table.rang(std::numeric_limits<std::int64_t>::max()), 2);
-  EXPECT_EQ(table.rang_suivant(2), 1);
-  EXPECT_EQ(table.rang_suivant(3), 2);
+  EXPECT_EQ(table.jusqu_a(2), (Place{1, 2}));
+  EXPECT_EQ(table.jusqu_a(3), (Place{2, 3}));
+  EXPECT_EQ(table.jusqu_a(1000), (Place{2, 3})) << "what is not in the table has no rank";
+  EXPECT_EQ(table.jusqu_a(std::numeric_limits<std::int64_t>::max()), (Place{2, 3}));
 }
 
 TEST(Suiv, AppendsExactlyTheNextPrime) {
-  const std::vector<std::int64_t> premiers = premiers_naifs(20'000);
+  const std::vector<std::int64_t> premiers = premiers_naifs(300'000);
   Table table;
   for (std::int64_t np = 3; np <= taille(premiers); ++np) {
     Suiv(table);
@@ -77,26 +78,31 @@ TEST(Suiv, AppendsExactlyTheNextPrime) {
   }
 }
 
-// pi(10^k): OEIS A006880, "Number of primes < 10^n". p(10^k): OEIS A006988, "a(n) = (10^n)-th
-// prime".
+// pi(10^k): OEIS A006880, "Number of primes < 10^n".
 TEST(PublishedValues, CountsOfPrimesBelowPowersOfTen) {
-  constexpr std::int64_t pi[] = {4, 25, 168, 1229, 9592, 78498, 664579, 5761455};
+  constexpr std::int64_t pi[] = {4,          25,          168,          1229,         9592,
+                                 78498,      664579,      5761455,      50847534,     455052511,
+                                 4118054813, 37607912018, 346065536839, 3204941750802};
   Table table;
-  table.etendre_au_dela(100'000'000);
-  EXPECT_EQ(table.dernier(), 100'000'007);
-  EXPECT_EQ(table.np(), 5761456);
+  table.etendre_au_dela(100'000'000'000'000);
+  EXPECT_EQ(table.dernier(), 100'000'000'000'031);
+  EXPECT_EQ(table.np(), 3204941750803);
   std::int64_t puissance = 1;
   for (const std::int64_t attendu : pi) {
     puissance *= 10;
-    EXPECT_EQ(table.rang(puissance), attendu);
-    EXPECT_EQ(table.rang_suivant(puissance), attendu + 1);
+    const Place place = table.jusqu_a(puissance);
+    EXPECT_EQ(place.rang, attendu);
+    EXPECT_LT(place.premier, puissance);
     EXPECT_GT(table[attendu + 1], puissance);
-    EXPECT_LT(table[attendu], puissance);
+    EXPECT_EQ(table[attendu], place.premier);
   }
 }
 
+// p(10^k): OEIS A006988, "a(n) = (10^n)-th prime".
 TEST(PublishedValues, PrimesWhoseRankIsAPowerOfTen) {
-  constexpr std::int64_t p[] = {29, 541, 7919, 104729, 1299709, 15485863, 179424673};
+  constexpr std::int64_t p[] = {29,          541,          7919,          104729,
+                                1299709,     15485863,     179424673,     2038074743,
+                                22801763489, 252097800623, 2760727302517, 29996224275833};
   Table table;
   std::int64_t rang = 1;
   for (const std::int64_t attendu : p) {
@@ -105,8 +111,8 @@ TEST(PublishedValues, PrimesWhoseRankIsAPowerOfTen) {
     EXPECT_EQ(table.np(), rang);
     EXPECT_EQ(table.dernier(), attendu);
     EXPECT_EQ(table[rang], attendu);
-    EXPECT_EQ(table.rang(attendu), rang);
-    EXPECT_EQ(table.rang(attendu - 1), rang - 1);
+    EXPECT_EQ(table.jusqu_a(attendu), (Place{rang, attendu}));
+    EXPECT_EQ(table.jusqu_a(attendu - 1).rang, rang - 1);
   }
   rang = 1;
   for (const std::int64_t attendu : p) {
@@ -115,35 +121,21 @@ TEST(PublishedValues, PrimesWhoseRankIsAPowerOfTen) {
   }
 }
 
-// pi(2^32) = 203280221: OEIS A007053, "Number of primes <= 2^n". The last prime below 2^32 is
-// 2^32 - 5 (A013603, 2^n less the nearest prime below), the first above 2^32 + 15
-// (A013597). p(10^8): A006988.
-TEST(PublishedValues, PrimesOnBothSidesOfTwoToThe32) {
-  constexpr std::int64_t deux_32 = std::int64_t{1} << 32U;
+// The prime of rank 10^13 (OEIS A006988).
+TEST(PublishedValues, ThePrimeOfRank10To13) {
   Table table;
-  table.etendre_au_rang(100'000'000);
-  EXPECT_EQ(table.np(), 100'000'000);
-  EXPECT_EQ(table.dernier(), 2038074743);
-  table.etendre_au_rang(203'280'222);
-  EXPECT_EQ(table.np(), 203'280'222);
-  EXPECT_EQ(table.dernier(), deux_32 + 15);
-  EXPECT_EQ(table[203'280'222], deux_32 + 15);
-  EXPECT_EQ(table[203'280'221], deux_32 - 5);
-  EXPECT_EQ(table.rang(deux_32), 203'280'221);
-  EXPECT_EQ(table.rang_suivant(deux_32), 203'280'222);
-  EXPECT_EQ(table[100'000'000], 2038074743) << "and still once the table is larger";
+  table.etendre_au_rang(10'000'000'000'000);
+  EXPECT_EQ(table.dernier(), 323780508946331);
 }
 
 TEST(SmallValues, EveryRankUpTo100000AgreesWithDivision) {
   const std::vector<std::int64_t> premiers = premiers_naifs(101'000);
   Table table;
-  agrandir_par_petits_pas(table, 100'500);
+  table.etendre_au_dela(100'500);
   std::int64_t rang = 0;
   for (std::int64_t v = 0; v <= 100'000; ++v) {
-    const bool premier = premiers[static_cast<std::size_t>(rang) + 1] == v;
-    ASSERT_EQ(table.rang_suivant(v), rang + 1) << v;
-    if (premier) ++rang;
-    ASSERT_EQ(table.rang(v), rang) << v;
+    if (premiers[static_cast<std::size_t>(rang) + 1] == v) ++rang;
+    ASSERT_EQ(table.jusqu_a(v), (Place{rang, premiers[static_cast<std::size_t>(rang)]})) << v;
   }
   for (std::int64_t k = 0; k <= table.np(); ++k) {
     ASSERT_EQ(table[k], premiers[static_cast<std::size_t>(k)]) << k;
@@ -151,8 +143,8 @@ TEST(SmallValues, EveryRankUpTo100000AgreesWithDivision) {
 }
 
 TEST(Growing, ToARankStopsThere) {
-  const std::vector<std::int64_t> premiers = premiers_naifs(40'000);
-  for (std::int64_t rang = 1; rang <= taille(premiers); rang += rang < 300 ? 1 : 37) {
+  const std::vector<std::int64_t> premiers = premiers_naifs(3'000'000);
+  for (std::int64_t rang = 1; rang <= taille(premiers); rang += rang < 300 ? 1 : 37 + rang / 97) {
     Table table;
     table.etendre_au_rang(rang);
     const std::int64_t np = rang < 2 ? 2 : rang;
@@ -162,9 +154,9 @@ TEST(Growing, ToARankStopsThere) {
 }
 
 TEST(Growing, BeyondAValueStopsAtTheFirstPrimeAbove) {
-  const std::vector<std::int64_t> premiers = premiers_naifs(50'000);
+  const std::vector<std::int64_t> premiers = premiers_naifs(3'000'000);
   std::size_t k = 2;
-  for (std::int64_t borne = 0; borne <= 40'000; borne += borne < 1000 ? 1 : 13) {
+  for (std::int64_t borne = 0; borne <= 2'900'000; borne += borne < 1000 ? 1 : 13 + borne / 301) {
     while (premiers[k] <= borne) ++k;
     Table table;
     table.etendre_au_dela(borne);
@@ -174,12 +166,11 @@ TEST(Growing, BeyondAValueStopsAtTheFirstPrimeAbove) {
 }
 
 TEST(Growing, NeverShrinksNorLosesAnEntry) {
-  const std::vector<std::int64_t> premiers = premiers_naifs(300'000);
+  const std::vector<std::int64_t> premiers = premiers_naifs(10'000'000);
   Table table;
-  std::uint64_t etat = 1;
-  while (table.np() + 1000 < taille(premiers)) {
-    etat = etat * 6364136223846793005U + 1442695040888963407U;
-    const auto tirage = static_cast<std::int64_t>(etat >> 33U);
+  std::mt19937_64 hasard(1);
+  while (table.np() + 30'000 < taille(premiers)) {
+    const auto tirage = static_cast<std::int64_t>(hasard() >> 33U);
     const std::int64_t avant = table.np();
     switch (tirage % 4) {
       case 0:
@@ -187,8 +178,8 @@ TEST(Growing, NeverShrinksNorLosesAnEntry) {
         ASSERT_EQ(table.np(), avant + 1);
         break;
       case 1:
-        table.etendre_au_rang(avant + tirage % 200);
-        ASSERT_EQ(table.np(), avant + tirage % 200);
+        table.etendre_au_rang(avant + tirage % 20'000);
+        ASSERT_EQ(table.np(), avant + tirage % 20'000);
         break;
       case 2:
         table.etendre_au_dela(table.dernier() + tirage % 1000);
@@ -212,19 +203,19 @@ TEST(Growing, CanBeAbandonedAndTakenUpAgain) {
   const auto abandonner = [&](double) {
     if (++appels == 3) throw std::runtime_error("abandoned");
   };
-  EXPECT_THROW(table.etendre_au_rang(10'000'000, abandonner), std::runtime_error);
+  EXPECT_THROW(table.etendre_au_rang(10'000'000'000, abandonner), std::runtime_error);
   EXPECT_EQ(appels, 3);
   EXPECT_EQ(table.np(), 1000);
   EXPECT_EQ(table.dernier(), 7919);
-  table.etendre_au_rang(10'000'000);
-  EXPECT_EQ(table.dernier(), 179424673);
+  table.etendre_au_rang(10'000'000'000);
+  EXPECT_EQ(table.dernier(), 252097800623);
   EXPECT_EQ(table[100'000], 1299709);
 }
 
 TEST(Growing, TellsHowFarItIs) {
   Table table;
   std::vector<double> parts;
-  table.etendre_au_dela(500'000'000, [&](double part) { parts.push_back(part); });
+  table.etendre_au_rang(100'000'000'000, [&](double part) { parts.push_back(part); });
   ASSERT_GT(parts.size(), 10U);
   for (std::size_t i = 0; i < parts.size(); ++i) {
     EXPECT_GE(parts[i], i == 0 ? 0.0 : parts[i - 1]);
@@ -232,73 +223,179 @@ TEST(Growing, TellsHowFarItIs) {
   }
 }
 
-/// Follows the cursor and the batches from every given rank for a while.
-void comparer_parcours(const Table& table, const std::vector<std::int64_t>& premiers,
-                       std::int64_t debut, std::int64_t nombre) {
-  const std::int64_t fin = std::min(table.np(), debut + nombre);
-  std::int64_t attendu = debut;
-  table.parcourir(debut, fin, [&](std::int64_t rang, std::int64_t premier) {
-    ASSERT_EQ(rang, attendu++);
-    ASSERT_EQ(premier, premiers[static_cast<std::size_t>(rang)]);
-  });
-  ASSERT_EQ(attendu, fin + 1);
-  std::vector<std::int64_t> lot(static_cast<std::size_t>(fin - debut + 1));
-  table.lire(debut, lot);
-  for (std::size_t i = 0; i < lot.size(); ++i) {
-    ASSERT_EQ(lot[i], premiers[static_cast<std::size_t>(debut) + i]);
-  }
-}
-
-// The smallest blocks hold 30,720 integers, their lines 1,920: 300,000 cross many of both.
-TEST(Walking, FromEveryRankAcrossLinesAndBlocks) {
-  const std::vector<std::int64_t> premiers = premiers_naifs(310'000);
-  Table table;
-  agrandir_par_petits_pas(table, 300'000);
-  for (std::int64_t debut = 1; debut <= table.np(); debut += debut < 1200 ? 1 : 101) {
-    comparer_parcours(table, premiers, debut, 150);
-    if (HasFatalFailure()) return;
-  }
-  comparer_parcours(table, premiers, 1, table.np());
-}
-
-TEST(Walking, ASmallTable) {
-  const std::vector<std::int64_t> premiers = premiers_naifs(100);
-  for (std::int64_t np = 2; np <= 12; ++np) {
+// 18 and 15 of the largest primes below 2^32 and above it are known from C. Caldwell's Prime Pages;
+// pi(2^32) = 203280221 from OEIS A007053.
+TEST(Borders, AroundTwoToThe32) {
+  for (const bool de_loin : {true, false}) {
     Table table;
-    table.etendre_au_rang(np);
-    for (std::int64_t debut = 1; debut <= np; ++debut) {
-      comparer_parcours(table, premiers, debut, 20);
+    if (!de_loin) table.etendre_au_rang(203'280'000);
+    table.etendre_au_rang(203'280'222);
+    EXPECT_EQ(table.dernier(), 4'294'967'311);
+    EXPECT_EQ(table[203'280'221], 4'294'967'291);
+    EXPECT_EQ(table[203'280'220], 4'294'967'279);
+    EXPECT_EQ(table.jusqu_a(std::int64_t{1} << 32U), (Place{203'280'221, 4'294'967'291}));
+    EXPECT_EQ(table.jusqu_a(4'294'967'291).rang, 203'280'221);
+    EXPECT_EQ(table.jusqu_a(4'294'967'290).rang, 203'280'220);
+  }
+}
+
+/// The same readings of a table whose bits are not there yet, and once they are: what is read often
+/// enough is kept.
+TEST(Borders, WhatIsKeptAgreesWithWhatIsCounted) {
+  constexpr std::int64_t rang = 30'000'000;  // beyond the end of what can be kept
+  Table table;
+  table.etendre_au_rang(rang);
+  std::mt19937_64 hasard(2);
+  for (int fois = 0; fois < 3000; ++fois) {
+    const auto k = static_cast<std::int64_t>(hasard() % rang) + 1;
+    const Place lue = table.lire(k);
+    if (fois % 20 == 0) {
+      Table neuve;
+      neuve.etendre_au_rang(k);
+      ASSERT_EQ(neuve.dernier(), lue.premier);
+    }
+    ASSERT_EQ(table.jusqu_a(lue.premier), lue);
+    ASSERT_EQ(table.jusqu_a(lue.premier - 1).rang, k - 1);
+    ASSERT_EQ(table.jusqu_a(lue.premier + 1).rang, k + (lue.premier == 2 ? 1 : 0));
+  }
+}
+
+// Every place around the end of what is kept, from both sides.
+TEST(Borders, AtTheEndOfWhatIsKept) {
+  BitsGardes gardes;
+  gardes.etendre(BitsGardes::borne_max);
+  EXPECT_EQ(gardes.borne(), BitsGardes::borne_max);
+  Table table;
+  table.etendre_au_dela(2 * BitsGardes::borne_max);
+  const std::int64_t np = gardes.nombre();
+  for (int fois = 0; fois < 2; ++fois) {
+    for (std::int64_t k = np - 30; k <= np; ++k) ASSERT_EQ(table[k], gardes.premier(k)) << k;
+    ASSERT_GT(table[np + 1], BitsGardes::borne_max);
+    ASSERT_EQ(table.jusqu_a(table[np + 1]).rang, np + 1);
+    const auto liste = tout(table.suite(table[np - 30], 60, sans_limite));
+    ASSERT_EQ(liste.size(), 60U);
+    for (std::int64_t i = 0; i < 60; ++i) {
+      ASSERT_EQ(liste[static_cast<std::size_t>(i)], table[np - 30 + i]) << i;
+    }
+    // From now on there are bits.
+    for (std::int64_t k = 1; k < 1'000'000; k += 1000) ASSERT_EQ(table[k], gardes.premier(k));
+  }
+}
+
+/// Rank and prime are inverse to each other at random places of all sizes, in a large table.
+TEST(Consistency, RankAndPrimeAreInverseAtAllSizes) {
+  Table table;
+  table.etendre_au_dela(20'000'000'000'000);
+  std::mt19937_64 hasard(3);
+  std::int64_t plus_grand = 10;
+  while (plus_grand <= 10'000'000'000'000) {
+    for (int fois = 0; fois < 5; ++fois) {
+      const auto v = static_cast<std::int64_t>(hasard() % static_cast<std::uint64_t>(plus_grand)) + 2;
+      const Place place = table.jusqu_a(v);
+      ASSERT_LE(place.premier, v);
+      Table autre;
+      autre.etendre_au_rang(place.rang + 1);
+      ASSERT_GT(autre.dernier(), v);
+      ASSERT_EQ(autre[place.rang], place.premier);
+    }
+    plus_grand *= 10;
+  }
+}
+
+TEST(Consistency, TheWayToTheSameTableDoesNotMatter) {
+  constexpr std::int64_t rang = 3'000'000;
+  Table d_un_coup;
+  d_un_coup.etendre_au_rang(rang);
+  Table par_pas;
+  for (std::int64_t k = 1; k < rang; k += 40'000) par_pas.etendre_au_rang(k);
+  par_pas.etendre_au_rang(rang);
+  Table par_valeurs;
+  for (std::int64_t v = 10; v < d_un_coup.dernier(); v *= 3) par_valeurs.etendre_au_dela(v);
+  par_valeurs.etendre_au_dela(d_un_coup.dernier() - 1);
+  for (Table* table : {&par_pas, &par_valeurs}) {
+    ASSERT_EQ(table->np(), rang);
+    ASSERT_EQ(table->dernier(), d_un_coup.dernier());
+    for (std::int64_t k = 1; k <= rang; k += 9973) ASSERT_EQ((*table)[k], d_un_coup[k]) << k;
+  }
+}
+
+// Lists across the windows of the sieve, against the plain sieve.
+TEST(Suites, AreThePrimesOneAfterTheOther) {
+  const std::vector<std::int64_t> premiers = premiers_naifs(40'000'000);
+  Table table;
+  table.etendre_au_rang(taille(premiers));
+  for (const bool avec_les_bits : {false, true}) {
+    if (avec_les_bits) {
+      for (std::int64_t k = 1; k < taille(premiers); k += 1000) {
+        ASSERT_EQ(table[k], premiers[static_cast<std::size_t>(k)]);
+      }
+    }
+    const auto liste = tout(table.suite(0, sans_limite, sans_limite));
+    ASSERT_TRUE(std::equal(liste.begin(), liste.end(), premiers.begin() + 1, premiers.end()));
+    std::mt19937_64 hasard(4);
+    for (int fois = 0; fois < 400; ++fois) {
+      const auto debut = static_cast<std::int64_t>(hasard() % 39'000'000);
+      const auto nombre = static_cast<std::int64_t>(hasard() % 5000);
+      const auto de = std::lower_bound(premiers.begin() + 1, premiers.end(), debut);
+      const auto reste = premiers.end() - de;
+      const auto par_nombre = tout(table.suite(debut, nombre, sans_limite));
+      ASSERT_TRUE(std::equal(par_nombre.begin(), par_nombre.end(), de,
+                             de + std::min<std::int64_t>(nombre, reste)));
+      const std::int64_t borne = debut + nombre;
+      const auto par_borne = tout(table.suite(debut, sans_limite, borne));
+      ASSERT_TRUE(std::equal(par_borne.begin(), par_borne.end(), de,
+                             std::upper_bound(premiers.begin() + 1, premiers.end(), borne)));
     }
   }
 }
 
-TEST(Walking, AnEmptyRangeCallsNothing) {
+TEST(Suites, StopAtTheLastKnownPrime) {
   Table table;
-  table.parcourir(2, 1, [](std::int64_t, std::int64_t) { FAIL(); });
-  table.parcourir(1, 0, [](std::int64_t, std::int64_t) { FAIL(); });
-  table.parcourir(3, 2, [](std::int64_t, std::int64_t) { FAIL(); });
+  table.etendre_au_rang(1000);
+  EXPECT_EQ(tout(table.suite(7900, sans_limite, sans_limite)),
+            (std::vector<std::int64_t>{7901, 7907, 7919}));
+  EXPECT_TRUE(tout(table.suite(7920, sans_limite, sans_limite)).empty());
+  EXPECT_TRUE(tout(table.suite(2, 0, sans_limite)).empty());
+  EXPECT_TRUE(tout(table.suite(24, sans_limite, 28)).empty());
 }
 
-/// Every seventh rank, and every 997th value.
-void comparer_rangs_et_premiers(const Table& table) {
-  for (std::int64_t k = 1; k <= table.np(); k += 7) ASSERT_EQ(table.rang(table[k]), k);
-  for (std::int64_t v = 1; v < 10'000'000; v += 997) {
-    const std::int64_t k = table.rang(v);
-    ASSERT_LE(table[k], v);
-    ASSERT_GT(table[k + 1], v);
+// The primes behind 10^18: PARI/GP's nextprime, "vector(10, i, p = nextprime(p + 1))".
+TEST(Suites, FarOutAFewPrimesAreListedToo) {
+  Table table;
+  table.prolonger({24'739'954'287'740'860, 999'999'999'999'999'989});
+  const auto liste = tout(table.suivants(10, sans_limite));
+  const std::vector<std::int64_t> attendus{3, 9, 31, 79, 177, 183, 201, 283, 381, 387};
+  ASSERT_EQ(liste.size(), attendus.size());
+  for (std::size_t i = 0; i < liste.size(); ++i) {
+    EXPECT_EQ(liste[i], 1'000'000'000'000'000'000 + attendus[i]);
   }
 }
 
-TEST(Consistency, RankAndPrimeAreInverseUpToTenMillionInOneBlock) {
-  Table table;
-  table.etendre_au_dela(10'000'000);
-  comparer_rangs_et_premiers(table);
+// The last primes below 2^63 are 2^63 - d for these d (C. Caldwell, The Prime Pages, "Primes just
+// less than a power of two").
+constexpr std::int64_t ecarts_a_la_fin[] = {25, 165, 259, 301, 375, 387, 391, 409, 457, 471};
+constexpr std::int64_t plus_grand = std::numeric_limits<std::int64_t>::max();
+
+TEST(TheEnd, RanksNearItAreFoundFromIt) {
+  for (std::int64_t i = 9; i >= 0; --i) {
+    Table table;
+    table.etendre_au_rang(Table::fin.rang - i);
+    EXPECT_EQ(table.dernier(), plus_grand - ecarts_a_la_fin[i] + 1) << i;
+    EXPECT_EQ(table.np(), Table::fin.rang - i);
+  }
 }
 
-TEST(Consistency, RankAndPrimeAreInverseUpToTenMillionInManyBlocks) {
+TEST(TheEnd, ValuesNearItAreFoundFromIt) {
   Table table;
-  agrandir_par_petits_pas(table, 10'000'000);
-  comparer_rangs_et_premiers(table);
+  table.etendre_au_dela(plus_grand - 200);
+  EXPECT_EQ(table.np(), Table::fin.rang - 1);
+  EXPECT_EQ(table.dernier(), plus_grand - 164);
+  table.etendre_au_dela(plus_grand - 25);
+  EXPECT_EQ(table.np(), Table::fin.rang);
+  EXPECT_EQ(table.dernier(), Table::fin.premier);
+  EXPECT_TRUE(tout(table.suivants(sans_limite, sans_limite)).empty());
+  EXPECT_EQ(table.jusqu_a(plus_grand).rang, Table::fin.rang);
+  EXPECT_EQ(tout(table.suite(plus_grand - 400, sans_limite, sans_limite)).size(), 7U);
 }
 
 }  // namespace
