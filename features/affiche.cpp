@@ -120,8 +120,7 @@ void entre_deux_rangs(Session& s) {
   Table& Nprem = s.etat.Nprem;
   const auto [r1, r] = demander_rangs(s);
   const Place premiere = Nprem.lire(r1, suivre(s, calcul_des_premiers));
-  lister(s, texte::debut_de_liste, r1,
-         Nprem.suite(premiere.premier, r - r1 + 1, Nprem.dernier()));
+  lister(s, texte::debut_de_liste, r1, Nprem.suite(premiere.premier, r - r1 + 1, Nprem.dernier()));
 }
 
 /// The rank of the smallest prime >= v, for v not above the last known prime.
@@ -133,14 +132,14 @@ std::int64_t rang_a_partir_de(Session& s, std::int64_t v) {
 void entre_deux_bornes(Session& s) {
   const auto [maj1, maj] = demander_bornes(s);
   const std::int64_t r1 = rang_a_partir_de(s, maj1);
-  lister(s, texte::debut_de_liste, r1,
-         s.etat.Nprem.suite(maj1, SuiteDePremiers::sans_limite, maj));
+  lister(s, texte::debut_de_liste, r1, s.etat.Nprem.suite(maj1, SuiteDePremiers::sans_limite, maj));
 }
 
 /// The entries of the last `nombre` primes of a run that ends with `fin`.
 void imprimer_suite(Session& s, Place fin, std::int64_t nombre, std::int64_t dif) {
   EntreesRangees entrees(s.sortie);
-  for (std::int64_t w = nombre - 1; w >= 0; --w) entrees.ecrire(fin.rang - w, fin.premier - w * dif);
+  for (std::int64_t w = nombre - 1; w >= 0; --w)
+    entrees.ecrire(fin.rang - w, fin.premier - w * dif);
 }
 
 void suites_de_difference(Session& s) {

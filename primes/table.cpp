@@ -62,7 +62,9 @@ bool Table::lire_les_bits(std::int64_t v, double cout) {
   depense_ += cout;
   const auto x = static_cast<double>(v);
   if (v > toujours_gardes && depense_ < part_a_depenser * cout_crible(x, x)) return false;
-  gardes_.etendre(std::max(v, toujours_gardes));
+  // Twice as far, if the table goes so far, so that many steps cost no more than one.
+  const std::int64_t utile = std::min(std::max(dernier_.premier, v), BitsGardes::borne_max);
+  gardes_.etendre(std::max({v, toujours_gardes, std::min(2 * v, utile)}));
   return true;
 }
 

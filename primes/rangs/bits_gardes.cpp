@@ -5,6 +5,7 @@
 #include <array>
 #include <bit>
 #include <cstddef>
+#include <utility>
 
 #include "primes/arithmetique/bits.h"
 #include "primes/crible/crible.h"
@@ -14,6 +15,8 @@ namespace premiers {
 namespace {
 
 constexpr std::size_t octets_par_ligne = 64;
+constexpr auto octets_max = static_cast<std::size_t>((BitsGardes::borne_max + 1) / 30);
+static_assert(octets_max % octets_par_ligne == 0);
 
 /// 2, 3 and 5, which have no flag.
 constexpr std::array<std::int64_t, 4> premiers_sans_bit{0, 2, 3, 5};
@@ -21,31 +24,34 @@ constexpr std::int64_t nombre_sans_bit = 3;
 
 }  // namespace
 
+/// Room for so many bytes: a little at first, then at once for all that will ever be kept. What is
+/// never written costs no memory.
+void BitsGardes::faire_place(std::size_t taille) {
+  if (taille <= place_) return;
+  constexpr std::size_t un_peu = std::size_t{1} << 20;
+  const std::size_t place = taille <= un_peu ? un_peu : octets_max;
+  auto octets = std::make_unique_for_overwrite<std::uint8_t[]>(place);
+  std::copy_n(octets_.get(), taille_, octets.get());
+  octets_ = std::move(octets);
+  place_ = place;
+}
+
 void BitsGardes::etendre(std::int64_t borne, const Suivi& suivi) {
   if (borne <= this->borne()) return;
-  const std::size_t avant = octets_.size();
-  // A quarter more than there is at least, so that many small steps cost no more than one.
-  constexpr auto octets_max = static_cast<std::size_t>((borne_max + 1) / 30);
-  const std::size_t voulus =
-      std::max(static_cast<std::size_t>(borne / 30 + 1), avant + avant / 4);
-  const std::size_t taille = std::min(
-      (voulus + octets_par_ligne - 1) / octets_par_ligne * octets_par_ligne, octets_max);
-  constexpr std::size_t un_mio = std::size_t{1} << 20;
-  if (taille > un_mio) octets_.reserve(octets_max);  // no second copy; pages cost as they are used
-  octets_.resize(taille);
-  const std::span<std::uint8_t> nouveaux = std::span{octets_}.subspan(avant);
-  try {
-    Crible(avant, taille).remplir(nouveaux, suivi);
-    avant_.resize(taille / octets_par_ligne);
-  } catch (...) {
-    octets_.resize(avant);
-    throw;
-  }
-  const std::span<std::uint32_t> lignes = std::span{avant_}.subspan(avant / octets_par_ligne);
-  const auto deja = static_cast<std::uint32_t>(std::max(nombre_ - nombre_sans_bit, std::int64_t{0}));
-  const std::uint32_t dedans = compter_par_ligne(nouveaux.data(), lignes);
-  for (std::uint32_t& n : lignes) n += deja;
-  nombre_ = nombre_sans_bit + deja + dedans;
+  const auto voulus = static_cast<std::size_t>(borne / 30 + 1);
+  const std::size_t lignes = (voulus + octets_par_ligne - 1) / octets_par_ligne;
+  const std::size_t taille = lignes * octets_par_ligne;
+  faire_place(taille);
+  const std::span<std::uint8_t> nouveaux(octets_.get() + taille_, taille - taille_);
+  Crible(taille_, taille).remplir(nouveaux, suivi);
+  const std::size_t avant = avant_.size();
+  avant_.resize(lignes);
+  const std::span<std::uint32_t> neuves = std::span{avant_}.subspan(avant);
+  const std::int64_t dedans = compter_par_ligne(nouveaux.data(), neuves);
+  if (nombre_ == 0) nombre_ = nombre_sans_bit;
+  for (std::uint32_t& n : neuves) n += static_cast<std::uint32_t>(nombre_ - nombre_sans_bit);
+  nombre_ += dedans;
+  taille_ = taille;
 }
 
 std::int64_t BitsGardes::premier(std::int64_t rang) const {
@@ -54,7 +60,7 @@ std::int64_t BitsGardes::premier(std::int64_t rang) const {
   const auto ligne = static_cast<std::size_t>(
       std::lower_bound(avant_.begin() + 1, avant_.end(), n) - avant_.begin() - 1);
   const std::size_t o = ligne * octets_par_ligne;
-  const PlaceDuBit place = place_du_bit(octets_.data() + o, n - avant_[ligne]);
+  const PlaceDuBit place = place_du_bit(octets_.get() + o, n - avant_[ligne]);
   return static_cast<std::int64_t>(
       (o + 8 * place.mot) * 30 +
       valeurs_bits[static_cast<std::size_t>(std::countr_zero(place.reste))]);

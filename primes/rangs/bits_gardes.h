@@ -9,7 +9,9 @@
 // have it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -23,11 +25,12 @@ struct BitsGardes {
   static constexpr std::int64_t borne_max = 30 * (std::int64_t{1} << 24) - 1;
 
   /// The integers up to this one are covered.
-  std::int64_t borne() const { return static_cast<std::int64_t>(30 * octets_.size()) - 1; }
+  std::int64_t borne() const { return static_cast<std::int64_t>(30 * taille_) - 1; }
   /// How many primes are covered; 0 before the first `etendre`.
   std::int64_t nombre() const { return nombre_; }
 
-  /// Covers the integers up to `borne` <= borne_max, and some more. No effect if they are.
+  /// Covers the integers up to `borne` <= borne_max, and those of the same line. No effect if they
+  /// are.
   void etendre(std::int64_t borne, const Suivi& suivi = {});
 
   /// The prime of a rank, 1 <= rang <= nombre().
@@ -36,11 +39,15 @@ struct BitsGardes {
   std::int64_t rang(std::int64_t v) const;
 
   /// The flags, from those of 0 .. 29 on; 2, 3 and 5 have none.
-  std::span<const std::uint8_t> octets() const { return octets_; }
+  std::span<const std::uint8_t> octets() const { return {octets_.get(), taille_}; }
 
  private:
-  std::vector<std::uint8_t> octets_;    // whole lines
-  std::vector<std::uint32_t> avant_;    // the number of flags before each line
+  void faire_place(std::size_t taille);
+
+  std::unique_ptr<std::uint8_t[]> octets_;
+  std::size_t place_ = 0;             // how many bytes there is room for
+  std::size_t taille_ = 0;            // how many there are, whole lines
+  std::vector<std::uint32_t> avant_;  // the number of flags before each line
   std::int64_t nombre_ = 0;
 };
 

@@ -29,9 +29,9 @@ constexpr long double zeta(int s) {
   const long double derniere = 1 / puissance(N, s);
   somme += derniere * N / (s - 1) + derniere / 2;
   // B_2j / (2j)! for j = 1 .. 6, each times s (s + 1) ... (s + 2j - 2) N^(-s - 2j + 1).
-  constexpr std::array<long double, 6> bernoulli{
-      1.0L / 12, -1.0L / 720, 1.0L / 30240, -1.0L / 1209600, 1.0L / 47900160,
-      -691.0L / 1307674368000};
+  constexpr std::array<long double, 6> bernoulli{1.0L / 12,       -1.0L / 720,
+                                                 1.0L / 30240,    -1.0L / 1209600,
+                                                 1.0L / 47900160, -691.0L / 1307674368000};
   long double montant = s * derniere / N;
   for (std::size_t j = 0; j < bernoulli.size(); ++j) {
     somme += bernoulli[j] * montant;

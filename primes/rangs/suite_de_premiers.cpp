@@ -14,11 +14,10 @@ SuiteDePremiers::SuiteDePremiers(const BitsGardes& gardes, std::int64_t debut, s
 
 /// Opens the next interval: up to the bound, or where the primes still wanted should end.
 void SuiteDePremiers::ouvrir() {
-  const double largeur =
-      largeur_pour(static_cast<double>(reste_), static_cast<double>(std::max<std::int64_t>(debut_, 2)));
+  const double largeur = largeur_pour(static_cast<double>(reste_),
+                                      static_cast<double>(std::max<std::int64_t>(debut_, 2)));
   const auto possible = static_cast<double>(fin_ - debut_);
-  const std::int64_t fin =
-      largeur < possible ? debut_ + static_cast<std::int64_t>(largeur) : fin_;
+  const std::int64_t fin = largeur < possible ? debut_ + static_cast<std::int64_t>(largeur) : fin_;
   const Intervalle bornes{debut_, fin};
   if (fin <= gardes_.borne()) {
     lots_.emplace(bornes, gardes_.octets());
@@ -41,8 +40,8 @@ std::span<const std::uint64_t> SuiteDePremiers::suivant(const Suivi& suivi) {
       lots_.reset();
       continue;
     }
-    const auto pris = static_cast<std::size_t>(
-        std::min(reste_, static_cast<std::int64_t>(lot.size())));
+    const auto pris =
+        static_cast<std::size_t>(std::min(reste_, static_cast<std::int64_t>(lot.size())));
     reste_ -= static_cast<std::int64_t>(pris);
     return lot.first(pris);
   }

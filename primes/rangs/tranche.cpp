@@ -45,8 +45,8 @@ struct Tranche {
     constexpr std::size_t pas = 1 << 12;  // bytes counted at a time
     std::size_t o = 0;
     for (;; o += pas) {
-      const auto dedans = static_cast<std::int64_t>(
-          compter_bits({octets_.get() + o, std::min(pas, taille_ - o)}));
+      const auto dedans =
+          static_cast<std::int64_t>(compter_bits({octets_.get() + o, std::min(pas, taille_ - o)}));
       if (n <= dedans) break;
       n -= dedans;
     }
@@ -93,8 +93,8 @@ std::int64_t premier_apres(std::int64_t v, std::int64_t n, const Suivi& suivi) {
     if (vaut_un_par_un(voulue, x)) return un_par_un(v + 1 + v % 2, n - fait, 2);
     const auto largeur = static_cast<std::int64_t>(std::min(voulue, plus_longue));
     const std::int64_t b = v + std::min(largeur, fin - v);
-    const Tranche tranche(
-        v + 1, b, part_de(suivi, fait, static_cast<double>(largeur) / std::log(x), n));
+    const Tranche tranche(v + 1, b,
+                          part_de(suivi, fait, static_cast<double>(largeur) / std::log(x), n));
     const std::int64_t dedans = tranche.nombre();
     if (dedans >= n - fait) return tranche.premier(n - fait);
     fait += dedans;
@@ -110,8 +110,8 @@ std::int64_t premier_avant(std::int64_t v, std::int64_t n, const Suivi& suivi) {
     if (vaut_un_par_un(voulue, x)) return un_par_un(v - 1 + v % 2, n - fait, -2);
     const auto largeur = static_cast<std::int64_t>(std::min(voulue, plus_longue));
     const std::int64_t a = std::max(v - largeur + 1, debut);
-    const Tranche tranche(
-        a, v, part_de(suivi, fait, static_cast<double>(largeur) / std::log(x), n));
+    const Tranche tranche(a, v,
+                          part_de(suivi, fait, static_cast<double>(largeur) / std::log(x), n));
     const std::int64_t dedans = tranche.nombre();
     if (dedans >= n - fait) return tranche.premier(dedans - (n - fait) + 1);
     fait += dedans;

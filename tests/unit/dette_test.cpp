@@ -11,8 +11,8 @@
 #include <limits>
 #include <vector>
 
-#include "primes/rangs/intervalle.h"
 #include "primes/prem.h"
+#include "primes/rangs/intervalle.h"
 
 namespace premiers {
 namespace {
@@ -271,12 +271,12 @@ TEST_F(DetteTest, ANoteBeyondTheLimitIsNotTaken) {
 TEST_F(DetteTest, ADecisionBeyondTheLimitLeavesNoNoteAtAll) {
   const NTL::ZZ dix(10);
   Dette dix_40;
-  noter_decomposition(dix_40, std::vector<Facteur>{{NTL::ZZ(1009), 1},
-                                                   {NTL::power(dix, 40) + 121, 1}});
+  noter_decomposition(dix_40,
+                      std::vector<Facteur>{{NTL::ZZ(1009), 1}, {NTL::power(dix, 40) + 121, 1}});
   EXPECT_EQ(dix_40.borne_due, Dette{}.borne_due) << "the root, 10^20, is the note of the decision";
   Dette dix_30;
-  noter_decomposition(dix_30, std::vector<Facteur>{{NTL::ZZ(1009), 1},
-                                                   {NTL::power(dix, 30) + 57, 1}});
+  noter_decomposition(dix_30,
+                      std::vector<Facteur>{{NTL::ZZ(1009), 1}, {NTL::power(dix, 30) + 57, 1}});
   EXPECT_EQ(dix_30.borne_due, 1'000'000'000'000'000U);
   const NTL::ZZ p = NTL::power2_ZZ(51) - 129, q = NTL::power2_ZZ(51) + 65;
   Dette deux_grands;

@@ -58,7 +58,8 @@ TEST(Prem, Beyond100BitsOnlySmallFactorsLeaveANote) {
 // obliges to nothing more, whatever was noted before.
 TEST(Prem, ACompositeAboveTheDebtIsNotedByItsSmallestFactorAlone) {
   const ZZ p(1'000'000'007), q(10'000'000'019);
-  for (const std::uint64_t deja : {std::uint64_t{2}, std::uint64_t{2011}, std::uint64_t{1'000'000'005}}) {
+  for (const std::uint64_t deja :
+       {std::uint64_t{2}, std::uint64_t{2011}, std::uint64_t{1'000'000'005}}) {
     Dette dette;
     dette.noter(deja);
     EXPECT_FALSE(prem(p * q, dette));

@@ -290,7 +290,8 @@ TEST(Consistency, RankAndPrimeAreInverseAtAllSizes) {
   std::int64_t plus_grand = 10;
   while (plus_grand <= 10'000'000'000'000) {
     for (int fois = 0; fois < 5; ++fois) {
-      const auto v = static_cast<std::int64_t>(hasard() % static_cast<std::uint64_t>(plus_grand)) + 2;
+      const auto v =
+          static_cast<std::int64_t>(hasard() % static_cast<std::uint64_t>(plus_grand)) + 2;
       const Place place = table.jusqu_a(v);
       ASSERT_LE(place.premier, v);
       Table autre;
