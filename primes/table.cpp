@@ -97,9 +97,9 @@ Place Table::trouver_rang(std::int64_t rang, const Suivi& suivi) {
   const auto x = static_cast<double>(estime);
   const double saut = cout_saut(ecart(rang, ancre.rang), x);
   const double compte = cout_par_un_compte(x);
-  // One percent and a little more than the estimate, so that the prime is surely among the bits.
-  constexpr std::int64_t marge = 1000;
-  if (rang <= dernier_.rang || estime < toujours_gardes) {
+  if (estime <= BitsGardes::borne_max && (rang <= dernier_.rang || estime < toujours_gardes)) {
+    // One percent and a little more than the estimate, so that the prime is surely among the bits.
+    constexpr std::int64_t marge = 1000;
     if (lire_les_bits(estime + estime / 100 + marge, std::min(saut, compte))) {
       return {rang, gardes_.premier(rang)};
     }
