@@ -39,6 +39,8 @@ present() {
     clang) type -P clang++ ;;
     dpkg-dev) type -P dpkg-shlibdeps ;;
     man-db) type -P man ;;
+    locales) [[ -d /usr/share/i18n/locales ]] ;;
+    primecount-bin) type -P primecount ;;
     libgmp-dev) en_tete gmp.h ;;
     libntl-dev) en_tete NTL/ZZ.h ;;
     libpari-dev) en_tete pari/pari.h ;;

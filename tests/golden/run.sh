@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Plays one golden session: NAME.in is typed into the program, which must answer NAME.out to the
-# byte and end with status 1, the status of a session that the operator closed.
+# byte and end with status 1, the status of a session that the operator closed. Standard error must
+# hold NAME.err, or nothing where there is no such file.
 # usage: run.sh NAME PROGRAM FOLDER SECONDS   (the program's output is kept in FOLDER/NAME.out)
 set -euo pipefail
 
@@ -38,9 +39,11 @@ if ! cmp -s -- "$attendu" "$obtenu"; then
   diff -u --label "$attendu" --label "$obtenu" \
     <(cat -A -- "$attendu") <(cat -A -- "$obtenu") | sed -n 1,100p || true
 fi
-if [[ -s $erreurs ]]; then
+attendues=${attendu%.out}.err
+[[ -e $attendues ]] || attendues=/dev/null
+if ! cmp -s -- "$attendues" "$erreurs"; then
   juste=non
-  echo "on standard error, which should be empty:"
-  sed -n 1,50p -- "$erreurs"
+  echo "on standard error (- expected, + obtained):"
+  diff -u --label expected --label obtained -- "$attendues" "$erreurs" | sed -n 1,50p || true
 fi
 [[ $juste == oui ]]
