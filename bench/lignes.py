@@ -150,6 +150,8 @@ class Outils:
     bench: Path  # the scripts
     travail: Path  # where lists and outputs go
     primesieve_recent: str = ""
+    primecount_recent: str = ""
+    programme_avant: str = ""  # the program as it was
     programme_avx2: str = ""  # the program that does without AVX-512
     aides_avx2: Path = Path()  # and the helpers of which it is a part
     rivaux_avx2: dict = field(default_factory=dict)  # a command's place, to one that does without

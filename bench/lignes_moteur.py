@@ -2,11 +2,9 @@
 """The rows of the engine: the table, single answers, sieves, lists and counts."""
 from lignes import (ECRANS, Cote, Exigence, Ligne, bornes, decompositions, entiers,
                     produits_de_32_bits, ratio, selections)
-from reponses import (bornes_listees, dernier_entre_crochets, effectif, entier_seul,
-                      est_premier_dit, facteurs, nombres_listes, rangs_listes, table,
-                      texte_entier)
+from reponses import (bornes_listees, effectif, entier_seul, est_premier_dit, facteurs,
+                      nombres_listes, rangs_listes, texte_entier)
 
-DEUX_32 = 4_294_967_311  # the first prime above 2^32
 DEUX_63 = 2**63 - 1
 P_10_7 = 179_424_673  # the prime of rank 10^7
 GROUPES = ("The engine", "Lists and counts", "How the cost grows")
@@ -45,36 +43,10 @@ def recent(o, *mots, **reste):
                        **reste)] if o.primesieve_recent else []
 
 
-def lignes_de_table(o):
-    aide = str(o.aides / "table_premiers")
-    return [
-        Ligne(GROUPES[0], f"table of all primes up to {DEUX_32:,}, any rank readable",
-              Cote("premiers", [aide, "table", str(DEUX_32)], "", table),
-              [Cote("generate_primes", [str(o.aides / "table_primesieve"), str(DEUX_32)], "",
-                    table)],
-              [Exigence("temps", 0.25, 0.16), Exigence("memoire", 0.12)],
-              resume="all primes up to 2^32 in memory, any rank readable"),
-        Ligne(GROUPES[0], "the same table, against the bare count",
-              Cote("premiers", [aide, "table", str(DEUX_32)], "",
-                   lambda chemin: table(chemin)[0]),
-              [primesieve(DEUX_32)], ratio(2.5, 1.4)),
-        Ligne(GROUPES[0], "reading a table of 10^8 primes",
-              Cote("premiers", [aide, "lire", "100000000"]), [],
-              [Exigence("acces_ns", 200, None, limite=True, unite="ns an access"),
-               Exigence("marche_ns", 2, None, limite=True, unite="ns a prime walked"),
-               Exigence("octets_par_entier", 0.04, None, limite=True,
-                        unite="bytes an integer")]),
-    ]
-
-
 def lignes_de_reponses(o):
     hasard, produits = entiers(20_000, 1, 2**64, 64), produits_de_32_bits(5_000)
     geant = 2**64 + 13
     return [
-        Ligne(GROUPES[0], "the prime of rank 10^8 on a fresh start",
-              session(o, "2\n=100000000\n0\n0\n", dernier_entre_crochets),
-              [primesieve(10**8, "-n")], ratio(1.6, 1.0), resume="the 100,000,000th prime",
-              guide="le nombre premier de rang 100 000 000, table neuve"),
         Ligne(GROUPES[0], "20,000 random 64-bit numbers decomposed in one session",
               session(o, decompositions(hasard), facteurs(hasard)),
               [factor(hasard), gp_facteurs(o, hasard)], ratio(1.0, 0.5, "factor"), avx512=True,
@@ -92,7 +64,7 @@ def lignes_de_reponses(o):
 def lignes_de_crible(o):
     def crible(titre, a, largeur, avx512=False):
         return Ligne(GROUPES[0], titre,
-                     Cote("premiers", [str(o.aides / "table_premiers"), "crible", str(a),
+                     Cote("premiers", [str(o.aides / "moteur"), "crible", str(a),
                                        str(a + largeur)], "", entier_seul),
                      [primesieve(a, a + largeur)], ratio(1.8, 1.1), avx512=avx512)
     return [
@@ -132,10 +104,10 @@ def lignes_de_comptes(o):
     fin_de_liste = DEUX_63 - 999
     rang = 10**7
     reponses = selections(rang, P_10_7)
-    aide = str(o.aides / "consultation")
+    aide = str(o.aides / "seance")
 
     def consulter(qui, nom):
-        return Cote(nom, [aide, qui, str(rang)], reponses, texte_entier, interne="selections_s")
+        return Cote(nom, [aide, qui, str(rang)], reponses, texte_entier, interne="seance_s")
     return [
         Ligne(GROUPES[1], "count from 1 to 10^12",
               session(o, bornes(1, 10**12, True), effectif),
@@ -156,7 +128,7 @@ def lignes_de_comptes(o):
               [primesieve(fin_de_liste, DEUX_63, "-p", lire=nombres_listes)],
               ratio(0.1, 0.02), lente=True),
         Ligne(GROUPES[1], "consultation of a table of 10^7 primes: 1,000 selections",
-              consulter("premiers", "premiers"), [consulter("reference", "plain program")],
+              consulter("affiche", "premiers"), [consulter("reference", "plain program")],
               ratio(0.02), lente=True,
               note="Only the selections are timed, inside a process that made the table before; "
               "the plain program's table was filled from ours, as it would need minutes."),
@@ -184,5 +156,5 @@ def lignes_de_croissance(o):
 
 
 def lignes_du_moteur(o):
-    return (lignes_de_table(o) + lignes_de_reponses(o) + lignes_de_crible(o)
+    return (lignes_de_reponses(o) + lignes_de_crible(o)
             + lignes_de_listes(o) + lignes_de_comptes(o) + lignes_de_croissance(o))

@@ -25,6 +25,7 @@ from lanceur import MauvaiseReponse, mesurer  # noqa: E402
 from lignes import Outils  # noqa: E402
 from lignes_avx2 import lignes_sans_avx512  # noqa: E402
 from lignes_moteur import lignes_du_moteur  # noqa: E402
+from lignes_rangs import lignes_de_rangs  # noqa: E402
 from lignes_travaux import lignes_des_travaux  # noqa: E402
 from rapport import ecrire, ecrire_ailleurs, le_pair, machine, verdict  # noqa: E402
 
@@ -61,8 +62,8 @@ def compiler(programme, reference, aides, voulues=()):
     pari = subprocess.run(["g++", "-print-file-name=libpari.a"], capture_output=True, text=True)
     modele, base = reference.parent / "libreference.a", salles(programme)
     systeme = ["-lntl", "-lgmp", pari.stdout.strip(), "-ldl", "-lm"]
-    liens = {"table_primesieve": ["-lprimesieve"], "concat_litteral": ["-lprimesieve"],
-             "table_premiers": [*base, *systeme], "consultation": [modele, *base, *systeme]}
+    liens = {"concat_litteral": ["-lprimesieve"],
+             "moteur": [*base, *systeme], "seance": [modele, *base, *systeme]}
     for nom, bibliotheques in liens.items():
         if voulues and nom not in voulues:
             continue
@@ -125,6 +126,9 @@ def lire_options():
     ajouter("--programme-avx2", type=Path, default=RACINE / "build/avx2/premiers",
             help="the program of the preset avx2: its rows are skipped if it is missing")
     ajouter("--primesieve-recent", default="", metavar="PATH", help="a newer primesieve, if any")
+    ajouter("--primecount-recent", default="", metavar="PATH", help="a newer primecount, if any")
+    ajouter("--programme-avant", default="", metavar="PATH",
+            help="the program as it was, which some rows are held against")
     ajouter("--primesieve-avx2", default="", metavar="PATH",
             help="a primesieve without AVX-512, for the rows without")
     ajouter("--primecount-avx2", default="", metavar="PATH", help="the same of primecount")
@@ -141,7 +145,7 @@ def main():
     compiler(options.programme.resolve(), options.reference.resolve(), aides)
     programme_avx2, aides_avx2 = options.programme_avx2.resolve(), aides / "avx2"
     if programme_avx2.is_file():
-        compiler(programme_avx2, options.reference.resolve(), aides_avx2, ("table_premiers",))
+        compiler(programme_avx2, options.reference.resolve(), aides_avx2, ("moteur",))
     else:
         dire(f"{programme_avx2} is missing (preset avx2): the rows without AVX-512 are skipped")
     rivaux_avx2 = {"primesieve": options.primesieve_avx2, "primecount": options.primecount_avx2}
@@ -152,8 +156,10 @@ def main():
     with tempfile.TemporaryDirectory(prefix="mesurer-") as travail:
         outils = Outils(str(options.programme.resolve()), str(options.reference.resolve()), aides,
                         RACINE / "bench", Path(travail), options.primesieve_recent,
+                        options.primecount_recent, options.programme_avant,
                         str(programme_avx2), aides_avx2, rivaux_avx2)
-        lignes = lignes_du_moteur(outils) + lignes_des_travaux(outils)
+        lignes = (lignes_du_moteur(outils) + lignes_de_rangs(outils)
+                  + lignes_des_travaux(outils))
         lignes += lignes_sans_avx512(outils, lignes)
         prises, ecartees = choisir(lignes, options)
         for numero, ligne in enumerate(prises, 1):

@@ -58,8 +58,23 @@ def dernier_entre_crochets(chemin):
     return _un(rb"eme nombre premier : .*?\[ \d+ : (\d+) \]", chemin)
 
 
-def table(chemin):
-    return tuple(map(int, _octets(chemin).split()))
+def rang_isole(chemin):
+    """The rank of the prime that answers a command."""
+    return _un(rb"(\d+) eme nombre premier : ", chemin)
+
+
+def rang_connu(chemin):
+    """The rank of the last known prime, on the screen of the ranked listing."""
+    return _un(rb"Le dernier nombre premier calcule est  :    \[ (\d+) : ", chemin)
+
+
+def entrees_listees(chemin):
+    """The primes of all entries "[ rank : prime ]", as `nombres_listes` digests them; the menu of the
+    consultation, which shows the last of the table, left out."""
+    empreinte = hashlib.sha256()
+    for trouve in re.finditer(rb"(?<!calcule est \t )(?<!calcule  :    )\[ \d+ : (\d+) \] ", _octets(chemin)):
+        empreinte.update(trouve[1] + b"\n")
+    return empreinte.hexdigest()
 
 
 def valeurs_nommees(texte):

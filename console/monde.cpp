@@ -27,8 +27,7 @@ Source entree_standard() {
 Puits sortie_standard() { return systeme::ecrire_sortie; }
 
 Monde monde_standard() {
-  return {attendre_apres_la_fin, dire_erreur, systeme::memoire_libre,
-          systeme::terminal_des_erreurs()};
+  return {attendre_apres_la_fin, dire_erreur, systeme::terminal_des_erreurs()};
 }
 
 void dire_erreur(std::string_view ligne) {

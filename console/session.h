@@ -2,7 +2,6 @@
 // What every dialogue is handed: ears, mouth and memory; and what of the world outside it may ask.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string_view>
 
@@ -20,8 +19,6 @@ struct Monde {
   std::function<void(int repetition)> fin_entree;
   /// Says one line outside the dialogue, on standard error.
   std::function<void(std::string_view ligne)> avertir;
-  /// How many more bytes of memory there are.
-  std::function<std::uint64_t()> memoire_libre;
   /// Where the line that tells of long work is drawn, if anywhere.
   systeme::Terminal terminal{};
 };

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <memory>
 
 // PREMIERS_SANS_POSIX: the tests build the portable way as well.
 #if (defined(__unix__) || defined(__APPLE__)) && !defined(PREMIERS_SANS_POSIX)
@@ -16,7 +15,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -202,17 +200,6 @@ std::uint64_t memoire_libre() {
   return std::min({memoire_de_la_machine(), memoire_des_groupes(), espace_d_adressage()});
 }
 
-void peupler([[maybe_unused]] std::span<std::byte> octets) {
-#if defined(MADV_POPULATE_WRITE)
-  // Whole pages only: what begins before the bytes or ends after them is not ours to touch.
-  const std::size_t page = taille_de_page();
-  void* debut = octets.data();
-  std::size_t reste = octets.size();
-  if (std::align(page, page, debut, reste) == nullptr) return;
-  madvise(debut, reste / page * page, MADV_POPULATE_WRITE);
-#endif
-}
-
 Minuterie::Minuterie(int periode_ms, void (*geste)(void*), void* sujet) {
   rappel.sujet = sujet;
   rappel.geste = geste;
@@ -267,8 +254,6 @@ std::uint64_t memoire_des_groupes(const std::string& /*racine*/) {
 }
 
 std::uint64_t memoire_libre() { return memoire_des_groupes(); }
-
-void peupler(std::span<std::byte> /*octets*/) {}
 
 Minuterie::Minuterie(int /*periode_ms*/, void (* /*geste*/)(void*), void* /*sujet*/) {}
 Minuterie::~Minuterie() = default;

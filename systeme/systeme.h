@@ -57,11 +57,6 @@ std::uint64_t memoire_libre();
 /// none sets a limit. `racine` is the folder that holds /proc and /sys: a test has its own.
 std::uint64_t memoire_des_groupes(const std::string& racine = {});
 
-/// Says that all of these bytes are about to be written: the system gives their pages in one go, at
-/// two thirds of the price of handing out one at each first touch. The bytes stay as they are; no
-/// effect where the system cannot.
-void peupler(std::span<std::byte> octets);
-
 /// Calls geste(sujet) every `periode_ms` milliseconds until the object is gone, whatever runs
 /// meanwhile; never where there are no timers. `geste` runs as a signal handler: it may only do
 /// what is safe there. One at a time.

@@ -19,7 +19,6 @@ inline Session session_en_memoire(std::string_view texte, std::string& ecran,
   Monde monde;
   monde.fin_entree = std::move(fin_entree);
   monde.avertir = [](std::string_view) {};
-  monde.memoire_libre = [] { return std::uint64_t{1} << 40U; };
   return {Entree(source_texte(texte)), Sortie([&ecran](std::string_view octets) {
             ecran += octets;
             return true;

@@ -40,7 +40,6 @@ std::size_t croissance(std::string_view tape, int combien) {
     throw Assez{};
   };
   monde.avertir = [](std::string_view) {};
-  monde.memoire_libre = [] { return std::uint64_t{1} << 40U; };
   Session s{Entree(source_texte(tape)), Sortie([](std::string_view) { return true; }), monde};
   EXPECT_THROW(menu(s), Assez);
   return fin - debut;

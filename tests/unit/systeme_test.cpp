@@ -4,28 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <span>
 #include <string>
-#include <vector>
 
 namespace premiers::systeme {
 namespace {
-
-TEST(Peupler, LeavesTheBytesAsTheyAre) {
-  std::vector<std::byte> octets(1 << 20, std::byte{0x5A});
-  const std::span tous{octets};
-  for (const std::size_t debut : {0U, 1U, 4095U, 4096U, 5000U}) {
-    for (const std::size_t taille : {0U, 1U, 4095U, 4096U, 8192U, 1'000'000U}) {
-      peupler(tous.subspan(debut, taille));
-      ASSERT_EQ(std::ranges::count(octets, std::byte{0x5A}), 1 << 20) << debut << " " << taille;
-    }
-  }
-}
 
 /// A folder with files of its own in the place of /proc and /sys.
 struct MemoireDesGroupes : testing::Test {
