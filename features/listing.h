@@ -12,7 +12,7 @@
 
 namespace premiers {
 
-/// A text that stands before a list, held back until there is something to list: so long the line
+/// A text that stands before a list, held back until there is something to list: until then the line
 /// that tells of long work can stand where the cursor is. From then on the entries are the life.
 struct EnTete {
   EnTete(Session& s, std::string_view texte);

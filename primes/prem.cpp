@@ -46,13 +46,12 @@ std::optional<std::uint64_t> petit_facteur(const NTL::ZZ& S) {
   }
 }
 
-/// The smallest prime factor of a composite S below 2^`bits_borne_exacte`, or, where that is quicker
-/// to see, some prime factor that is at most `assez`.
-std::uint64_t facteur_certain(const NTL::ZZ& S, std::uint64_t assez) {
+/// The smallest prime factor of a composite S below 2^`bits_borne_exacte`.
+std::uint64_t facteur_certain(const NTL::ZZ& S) {
   if (NTL::NumBits(S) <= 64) return plus_petit_facteur(en_entier64(S));
   NTL::ZZ reste = S;
   const auto petits = retirer_petits_facteurs(reste);
-  if (!petits.empty() && petits.front().premier <= assez) return petits.front().premier;
+  if (!petits.empty()) return petits.front().premier;
   return en_entier64(decomposer(S).front().premier);
 }
 
@@ -87,7 +86,7 @@ void noter_division(Dette& dette, const NTL::ZZ& S) {
   }
   // A composite raises it to its root less one at most.
   const Entier128 deux_plus = Entier128{dette.borne_due} + 2;
-  if (n >= deux_plus * deux_plus) dette.noter(facteur_certain(S, dette.borne_due) - 1);
+  if (n >= deux_plus * deux_plus) dette.noter(facteur_certain(S) - 1);
 }
 
 bool prem(const NTL::ZZ& S, Dette& dette) {

@@ -8,6 +8,7 @@
 #include "primes/compte/compte.h"
 #include "primes/rangs/couts.h"
 #include "primes/rangs/intervalle.h"
+#include "primes/rangs/memoire.h"
 #include "primes/rangs/riemann.h"
 #include "primes/rangs/tranche.h"
 
@@ -15,7 +16,7 @@ namespace premiers {
 
 namespace {
 
-/// Up to here the bits are always kept: sieving so little costs less than anything else.
+/// What lies below is read from the bits at once: sieving so little costs less than anything else.
 constexpr std::int64_t toujours_gardes = 200'000;
 
 /// The bits up to a place are made when reading below it has cost this part of what they cost: what
@@ -124,9 +125,9 @@ Place Table::trouver_valeur(std::int64_t v, const Suivi& suivi) {
   if (saut >= compte) {
     rang = static_cast<std::int64_t>(nombre_premiers(static_cast<std::uint64_t>(v), suivi));
   } else if (ancre.premier < v) {
-    rang += compter_premiers({ancre.premier + 1, v}, suivi);
+    rang += compter_premiers({ancre.premier + 1, v}, suivi, memoire_des_rangs);
   } else {
-    rang -= compter_premiers({v + 1, ancre.premier}, suivi);
+    rang -= compter_premiers({v + 1, ancre.premier}, suivi, memoire_des_rangs);
   }
   return retenir({rang, premier_avant(v, 1)});
 }

@@ -53,19 +53,31 @@ NOMMEES = [
      "plus_petit_facteur(n)"),
     ("growth: prem1 on a prime", "primes/prem.cpp", "dette.noter(rS1);", "dette.noter(rS1 - 1);"),
     ("growth: 2 owes nothing", "primes/prem.cpp", "n != 2 && est_premier", "n != 3 && est_premier"),
-    ("growth: largest factor once", "primes/dette.cpp", "if (facteurs.size() > 1) noter_grande",
-     "if (facteurs.size() > 2) noter_grande"),
+    ("growth: largest factor once", "primes/dette.cpp", "facteurs.size() == 1", "facteurs.size() <= 2"),
     ("growth: largest factor twice", "primes/dette.cpp", "plus_grand.premier - 1",
      "plus_grand.premier"),
     ("growth: which case", "primes/dette.cpp", "plus_grand.exposant > 1", "plus_grand.exposant > 2"),
     ("growth: 1 owes nothing", "primes/dette.cpp", "if (facteurs.empty()) return;",
      "if (facteurs.empty()) return dette.noter(3);"),
     ("growth: the payment", "primes/dette.cpp", "dette.borne_due), suivi", "dette.borne_due) - 1, suivi"),
-    ("growth: beyond a bound", "primes/table.cpp", "if (dernier_ > borne) return;",
-     "if (dernier_ >= borne) return;"),
-    ("growth: an interval's last prime", "primes/intervalle.cpp", "n >= debut; --n",
+    ("growth: beyond a bound", "primes/table.cpp", "if (borne < dernier_.premier) return;",
+     "if (borne <= dernier_.premier) return;"),
+    ("growth: an interval's last prime", "primes/prem.cpp", "n >= debut; --n",
      "n > debut; --n"),
     ("growth: the limit of notes", "primes/dette.h", "borne <= borne_max", "borne < 1000"),
+    # The table of primes, by counting and from the nearest place.
+    ("table: upward from an anchor", "primes/table.cpp", "{ancre.premier + 1, v}", "{ancre.premier, v}"),
+    ("table: downward from an anchor", "primes/table.cpp", "{v + 1, ancre.premier}",
+     "{v, ancre.premier}"),
+    ("table: a count beyond the rank", "primes/table.cpp", "n - rang + 1", "n - rang"),
+    ("table: the n-th prime below", "primes/rangs/tranche.cpp", "dedans - (n - fait) + 1",
+     "dedans - (n - fait)"),
+    ("table: the rank of a value kept", "primes/rangs/bits_gardes.cpp",
+     "drapeaux_jusqu_a(static_cast<std::uint64_t>(v % 30))",
+     "drapeaux_jusqu_a(static_cast<std::uint64_t>((v + 1) % 30))"),
+    ("table: the last rank", "features/premier.cpp", "K <= Table::fin.rang", "K < Table::fin.rang"),
+    ("table: the prime that is not shown", "features/premier.cpp", "borne < Table::fin.premier",
+     "borne <= Table::fin.premier"),
     # The modes of controle.
     ("controle: oui_non", "console/controle.cpp", None, "Cas::oui_non"),
     ("controle: un_deux", "console/controle.cpp", None, "Cas::un_deux"),
@@ -94,8 +106,8 @@ NOMMEES = [
      "K <= etat.Nprem.np())"),
     ("screen: ranked listing, = is forgotten", "features/premier.cpp", "      etat.un = false;",
      "      etat.un = true;"),
-    ("screen: ranked listing, last rank", "features/premier.cpp", "Nprem.np() - 1;",
-     "Nprem.np();"),
+    ("screen: ranked listing, last rank", "features/premier.cpp", "Nprem.lire(Nprem.np() - 1)",
+     "Nprem.lire(Nprem.np())"),
     ("screen: blocks", "console/entrees.h", "(rang - 1) % 100", "rang % 100"),
     ("screen: consultation, ranks", "features/affiche.cpp", "r <= s.etat.Nprem.np()",
      "r < s.etat.Nprem.np()"),
@@ -150,9 +162,6 @@ SANS_EFFET = [
     ("primes/facteurs/preuve.cpp",
      "if (s != 0 && d >= 0 && NTL::SqrRoot(d) * NTL::SqrRoot(d) != d) return false;",
      "a proof that does not succeed hands over to the next one"),
-    ("primes/intervalle.cpp",
-     "double nombre_environ(double x) { return x / std::max(std::log(x), 1.0); }",
-     "an estimate that chooses between two ways, the same primes"),
     ("primes/compte/difficiles.cpp", "Compteur compteur(a.segment, ligne.curseur + fin);",
      "how many questions are to come decides how the flags are summed, not what"),
     ("primes/concatenations/decades.h",
@@ -262,17 +271,34 @@ def mode_fausse(texte, mode):
     return "\n".join(lignes)
 
 
+def nommees(arbre):
+    """The named faults: what, which file, the file's text with the fault; None where the text that it
+    changes is no longer there."""
+    for nom, fichier, ancien, nouveau in NOMMEES:
+        chemin = os.path.join(arbre, fichier)
+        texte = lire(chemin) if os.path.exists(chemin) else ""
+        faux = mode_fausse(texte, nouveau) if ancien is None else texte.replace(ancien, nouveau, 1)
+        yield nom, fichier, faux if faux != texte else None
+
+
+def verifier_les_noms():
+    """Whether every named fault can still be planted."""
+    perdues = [f"{nom} ({fichier})" for nom, fichier, faux in nommees(RACINE) if faux is None]
+    for perdue in perdues:
+        print("no longer in the code:", perdue)
+    print(f"{len(NOMMEES) - len(perdues)} of {len(NOMMEES)} named faults are there to plant")
+    return 1 if perdues else 0
+
+
 def toutes(arbre, graine, tirees):
     """The list of faults, the same for the same seed and the same code."""
     hasard = random.Random(graine)
     fautes = []
-    for nom, fichier, ancien, nouveau in NOMMEES:
-        texte = lire(os.path.join(arbre, fichier))
-        faux = mode_fausse(texte, nouveau) if ancien is None else texte.replace(ancien, nouveau, 1)
-        if faux is None or faux == texte:
+    for nom, fichier, faux in nommees(arbre):
+        if faux is None:
             print(f"no longer in the code: {nom} ({fichier})", file=sys.stderr)
-            continue
-        fautes.append(Faute(nom, fichier, faux))
+        else:
+            fautes.append(Faute(nom, fichier, faux))
     assert len({(f.fichier, f.texte) for f in fautes}) == len(fautes), "two names for one fault"
     fichiers = subprocess.run(["git", "-C", arbre, "ls-files", *CODE], check=True, text=True,
                               capture_output=True).stdout.split()
@@ -396,7 +422,11 @@ def main():
     options.add_argument("--de", type=int, default=0)
     options.add_argument("--essais", default=",".join(CIBLES), help="the kinds of tests to run")
     options.add_argument("--minutes", type=float, default=0)
+    options.add_argument("--verifier", action="store_true",
+                         help="only see that the named faults can still be planted")
     o = options.parse_args()
+    if o.verifier:
+        sys.exit(verifier_les_noms())
     debut = time.monotonic()
     banc = Banc(os.path.abspath(o.dossier), o.essais.split(","))
     fautes = toutes(banc.arbre, o.graine, o.tirees)

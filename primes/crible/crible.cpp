@@ -84,13 +84,14 @@ void Crible::remplir(std::span<std::uint8_t> octets, const Suivi& suivi) {
   annoncer(grands_ == nullptr ? octet_ : grands_->prepare());
 }
 
-std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& suivi) {
+std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& suivi,
+                                 std::uint64_t memoire) {
   if (a > b) return 0;
   std::uint64_t nombre = 0;
   for (const unsigned p : {2u, 3u, 5u}) nombre += a <= p && p <= b;
   std::uint64_t octet = a / 30;
   const std::uint64_t fin = b / 30 + 1;
-  Crible crible(octet, fin);
+  Crible crible(octet, fin, ~std::uint64_t{0}, memoire);
   std::vector<std::uint8_t> tampon(crible.taille());
   while (octet < fin) {
     const auto segment =

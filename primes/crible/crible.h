@@ -69,6 +69,8 @@ struct Crible {
 
 /// Number of primes in [a, b] by sieving, 0 if a > b. b < 30 * Crible::octet_max, a little more
 /// than 2^63 (else std::invalid_argument).
-std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& suivi = {});
+/// `memoire`: the budget of the large primes, in bytes.
+std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& suivi = {},
+                                 std::uint64_t memoire = CribleGrand::memoire_max);
 
 }  // namespace premiers

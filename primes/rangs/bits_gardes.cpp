@@ -36,14 +36,14 @@ void BitsGardes::faire_place(std::size_t taille) {
   place_ = place;
 }
 
-void BitsGardes::etendre(std::int64_t borne, const Suivi& suivi) {
+void BitsGardes::etendre(std::int64_t borne) {
   if (borne <= this->borne()) return;
   const auto voulus = static_cast<std::size_t>(borne / 30 + 1);
   const std::size_t lignes = (voulus + octets_par_ligne - 1) / octets_par_ligne;
   const std::size_t taille = lignes * octets_par_ligne;
   faire_place(taille);
   const std::span<std::uint8_t> nouveaux(octets_.get() + taille_, taille - taille_);
-  Crible(taille_, taille).remplir(nouveaux, suivi);
+  Crible(taille_, taille).remplir(nouveaux);
   const std::size_t avant = avant_.size();
   avant_.resize(lignes);
   const std::span<std::uint32_t> neuves = std::span{avant_}.subspan(avant);

@@ -15,8 +15,6 @@
 #include <span>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
-
 namespace premiers {
 
 struct BitsGardes {
@@ -31,7 +29,7 @@ struct BitsGardes {
 
   /// Covers the integers up to `borne` <= borne_max, and those of the same line. No effect if they
   /// are.
-  void etendre(std::int64_t borne, const Suivi& suivi = {});
+  void etendre(std::int64_t borne);
 
   /// The prime of a rank, 1 <= rang <= nombre().
   std::int64_t premier(std::int64_t rang) const;

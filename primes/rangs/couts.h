@@ -15,7 +15,7 @@ namespace premiers {
 
 /// Sieving `largeur` integers that end at x. An integer costs what its crossings cost, more from
 /// 10^12 on, where they go through buckets; each sieving prime up to the root costs once to be found
-/// and placed, those below 2^20 with their state more than the others.
+/// and placed, those below 2^20 with their state more than the others, which cost anew for each round.
 inline double cout_crible(double largeur, double x) {
   constexpr double preparation = 10'000;
   constexpr double par_entier = 0.13;          // at 10^8,
@@ -24,6 +24,7 @@ inline double cout_crible(double largeur, double x) {
   constexpr double par_petit_cribleur = 28;
   constexpr double par_grand_cribleur = 11;
   constexpr double petits_cribleurs = 82'000;
+  constexpr double entiers_par_tour = 2.5e8;
   const double decades = std::log10(std::max(x, 1e8)) - 8;
   const double entier =
       par_entier + par_decade * decades + par_decade_de_seaux * std::max(decades - 4, 0.0);
@@ -31,13 +32,19 @@ inline double cout_crible(double largeur, double x) {
   const double cribleurs = racine / std::max(std::log(racine) - 1, 1.0);
   return preparation + largeur * entier +
          std::min(cribleurs, petits_cribleurs) * par_petit_cribleur +
-         std::max(cribleurs - petits_cribleurs, 0.0) * par_grand_cribleur;
+         std::max(cribleurs - petits_cribleurs, 0.0) * par_grand_cribleur *
+             std::max(largeur / entiers_par_tour, 1.0);
 }
 
 /// Deciding `largeur` integers one by one, odd or even.
 inline double cout_un_par_un(double largeur) {
   constexpr double par_entier = 50;
   return largeur * par_entier;
+}
+
+/// Whether deciding one by one is the cheaper way through an interval.
+inline bool vaut_un_par_un(double largeur, double x) {
+  return cout_un_par_un(largeur) < cout_crible(largeur, x);
 }
 
 /// Counting the primes up to x without knowing them: the exponent is that of measured counts from

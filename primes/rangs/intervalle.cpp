@@ -18,8 +18,7 @@ std::uint64_t naturel(std::int64_t n) { return static_cast<std::uint64_t>(n); }
 double largeur(Intervalle bornes) { return static_cast<double>(bornes.fin - bornes.debut) + 1; }
 
 bool vaut_un_par_un(Intervalle bornes) {
-  return cout_un_par_un(largeur(bornes)) <
-         cout_crible(largeur(bornes), static_cast<double>(bornes.fin));
+  return premiers::vaut_un_par_un(largeur(bornes), static_cast<double>(bornes.fin));
 }
 
 /// Two counts cost less than sieving.
@@ -136,12 +135,12 @@ void LotsDePremiers::decider_un_par_un(const Suivi& suivi) {
     suivi(static_cast<double>(position_ - debut_) / static_cast<double>(fin_ - debut_ + 1));
 }
 
-std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi) {
+std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi, std::uint64_t memoire) {
   bornes.debut = std::max<std::int64_t>(bornes.debut, 1);
   if (bornes.fin < bornes.debut) return 0;
   if (vaut_un_par_un(bornes)) {
     std::int64_t effectif = 0;
-    LotsDePremiers lots(bornes, CribleGrand::memoire_max);
+    LotsDePremiers lots(bornes, memoire);
     for (auto lot = lots.suivant(suivi); !lot.empty(); lot = lots.suivant(suivi)) {
       effectif += static_cast<std::int64_t>(lot.size());
     }
@@ -153,7 +152,7 @@ std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi) {
     return static_cast<std::int64_t>(jusqu - avant);
   }
   return static_cast<std::int64_t>(
-      compter_par_crible(naturel(bornes.debut), naturel(bornes.fin), suivi));
+      compter_par_crible(naturel(bornes.debut), naturel(bornes.fin), suivi, memoire));
 }
 
 }  // namespace premiers

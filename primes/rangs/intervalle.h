@@ -24,7 +24,9 @@ struct Intervalle {
 };
 
 /// How many primes lie in the interval.
-std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi = {});
+/// `memoire`: the budget of the sieve, in bytes.
+std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi = {},
+                              std::uint64_t memoire = CribleGrand::memoire_max);
 
 /// The sieved bytes of an interval of numbers >= 7, window after window.
 struct Fenetres {

@@ -84,4 +84,10 @@ std::int64_t inverse_de_riemann(std::int64_t n) {
   return x >= plus_grand ? INT64_MAX : static_cast<std::int64_t>(x);
 }
 
+double largeur_pour(double n, double v) {
+  // The gaps are ln v in the mean; a few primes can lie much wider apart than that.
+  constexpr double ecarts_de_plus = 4;
+  return (n + ecarts_de_plus * (1 + std::sqrt(n))) * std::log(v);
+}
+
 }  // namespace premiers

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "primes/rangs/memoire.h"
-#include "primes/rangs/tranche.h"
+#include "primes/rangs/riemann.h"
 
 namespace premiers {
 
@@ -17,7 +17,8 @@ void SuiteDePremiers::ouvrir() {
   const double largeur = largeur_pour(static_cast<double>(reste_),
                                       static_cast<double>(std::max<std::int64_t>(debut_, 2)));
   const auto possible = static_cast<double>(fin_ - debut_);
-  const std::int64_t fin = largeur < possible ? debut_ + static_cast<std::int64_t>(largeur) : fin_;
+  const std::int64_t fin =
+      largeur < possible ? std::min(debut_ + static_cast<std::int64_t>(largeur), fin_) : fin_;
   const Intervalle bornes{debut_, fin};
   if (fin <= gardes_.borne()) {
     lots_.emplace(bornes, gardes_.octets());

@@ -12,17 +12,14 @@
 #include "primes/primalite/primalite.h"
 #include "primes/rangs/couts.h"
 #include "primes/rangs/memoire.h"
+#include "primes/rangs/riemann.h"
 
 namespace premiers {
 
 namespace {
 
-/// The longest stretch: 16 MiB of flags, which the shortfall of an estimate exceeds from 10^16 on.
-constexpr double plus_longue = 30.0 * (1 << 24);
-
-bool vaut_un_par_un(double largeur, double v) {
-  return cout_un_par_un(largeur) < cout_crible(largeur, v);
-}
+/// The longest stretch, which the shortfall of an estimate exceeds from 10^15 on.
+constexpr double plus_longue = 30.0 * static_cast<double>(octets_par_tranche);
 
 /// The flags of the integers from a to b, 7 <= a <= b.
 struct Tranche {
@@ -78,12 +75,6 @@ Suivi part_de(const Suivi& suivi, std::int64_t fait, double dedans, std::int64_t
 }
 
 }  // namespace
-
-double largeur_pour(double n, double v) {
-  // The gaps are ln v in the mean; a few primes can lie much wider apart than that.
-  constexpr double ecarts_de_plus = 4;
-  return (n + ecarts_de_plus * (1 + std::sqrt(n))) * std::log(v);
-}
 
 std::int64_t premier_apres(std::int64_t v, std::int64_t n, const Suivi& suivi) {
   constexpr std::int64_t fin = std::numeric_limits<std::int64_t>::max();

@@ -3,7 +3,7 @@
 // number where that is so little and so far out that the sieving primes would cost more.
 //
 // What is sieved is kept as bytes for as long as one stretch takes, so that the n-th flag can be
-// looked for from either end. Cost: that of the cheaper way (primes/rangs/couts.h). Memory: 16 MiB
+// looked for from either end. Cost: that of the cheaper way (primes/rangs/couts.h). Memory: 8 MiB
 // for a stretch, and the sieve's own.
 #pragma once
 
@@ -12,9 +12,6 @@
 #include "primes/arithmetique/suivi.h"
 
 namespace premiers {
-
-/// About how many integers from v on hold n primes, rather more than fewer.
-double largeur_pour(double n, double v);
 
 /// The n-th prime above v, n >= 1, v >= 7; it must be below 2^63.
 std::int64_t premier_apres(std::int64_t v, std::int64_t n, const Suivi& suivi = {});

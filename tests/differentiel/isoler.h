@@ -37,7 +37,7 @@ inline void limiter_place() {
   constexpr rlim_t octets = rlim_t{1} << 30U;
   const rlimit limite{octets, octets};
   setrlimit(RLIMIT_FSIZE, &limite);
-#if !defined(__SANITIZE_ADDRESS__)  // which takes terabytes
+#if !defined(PREMIERS_ASSAINI)  // which takes terabytes
   setrlimit(RLIMIT_AS, &limite);
 #endif
 }

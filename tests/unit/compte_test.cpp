@@ -107,7 +107,7 @@ TEST(Compte, EveryXUpTo30000) {
 }
 
 // The number of primes up to 10^k: OEIS A006880.
-TEST(Compte, PublishedPowersOfTen) {
+TEST(CompteLent, PublishedPowersOfTen) {
   constexpr std::array<Nombre, 15> publies{
       0,       4,        25,        168,        1229,        9592,         78498,        664579,
       5761455, 50847534, 455052511, 4118054813, 37607912018, 346065536839, 3204941750802};
@@ -118,12 +118,12 @@ TEST(Compte, PublishedPowersOfTen) {
 }
 
 // T. Oliveira e Silva, "Tables of values of pi(x) and of pi2(x)" (2007).
-TEST(Compte, PublishedCountAt10To16) {
+TEST(CompteLent, PublishedCountAt10To16) {
   EXPECT_EQ(nombre_premiers(10'000'000'000'000'000), 279238341033925U);
 }
 
 // The number of primes up to 2^k: OEIS A007053.
-TEST(Compte, PublishedPowersOfTwo) {
+TEST(CompteLent, PublishedPowersOfTwo) {
   constexpr std::array<Nombre, 47> publies{0,
                                            1,
                                            2,
@@ -185,7 +185,7 @@ TEST(Compte, RandomXOfEverySizeAsByLucy) {
   }
 }
 
-TEST(Compte, DifferencesOfLargeXAsByTheSieve) {
+TEST(CompteLent, DifferencesOfLargeXAsByTheSieve) {
   std::mt19937_64 hasard(2);
   for (const double grandeur : {11.0, 12.0, 12.7, 13.3, 13.9}) {
     const auto a = static_cast<Nombre>(std::pow(10.0, grandeur)) + hasard() % 1000000;

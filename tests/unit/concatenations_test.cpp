@@ -192,7 +192,7 @@ TEST(Concatenations, NumbersBeyondTheLookedUpOnesAgreeWithTheLiteralSearch) {
 
 /// A search that begins at a prime owes nothing to the number before it, so a wide one, which
 /// sieves long pieces, must keep what narrow ones keep, which test them.
-TEST(Concatenations, AWideRangeKeepsWhatItsPartsKeep) {
+TEST(ConcatenationsLent, AWideRangeKeepsWhatItsPartsKeep) {
   for (const char* chiffres : {"123456789012345", "4680146801468", "999999900000", "61999950000"}) {
     for (const bool premiers_seuls : {false, true}) {
       ZZ debut = NTL::conv<ZZ>(chiffres);
@@ -238,7 +238,7 @@ std::uint64_t note(const ZZ& S) {
   return NTL::conv<unsigned long>(decomposer(S).front().premier) - 1;
 }
 
-TEST(Concatenations, GrowthBeyondTheExactBound) {
+TEST(ConcatenationsLent, GrowthBeyondTheExactBound) {
   // Long numbers of mostly zeros: their pieces are beyond 2^100, or small.
   for (const char* chiffres :
        {"100000000000000000000000000000", "400000000000000000000000000000680",
@@ -344,7 +344,7 @@ TEST(Concatenations, NumbersOf150DigitsKeepWhatALiteralSearchKeeps) {
   comparer_150_chiffres(avec_departs, 199, false, attendus);
 }
 
-TEST(Concatenations, PrimesOf150DigitsKeepWhatALiteralSearchKeeps) {
+TEST(ConcatenationsLent, PrimesOf150DigitsKeepWhatALiteralSearchKeeps) {
   constexpr Garde attendus[] = {{571, "16110"}, {593, "52009"}};
   comparer_150_chiffres(avec_departs, 999, true, attendus);
 }

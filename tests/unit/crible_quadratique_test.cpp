@@ -110,7 +110,7 @@ TEST(CribleQuadratique, TheSeventhFermatNumber) {
 
 // The first primes from pi 2^(b/2-2) and e 2^(b/2-2) on, b = 180 and 200, by PARI/GP's nextprime;
 // isprime proves them. Each product has b bits; 220 bits: crible_quadratique_long_test.cpp.
-TEST(CribleQuadratique, ProductsOfKnownPrimesOf180And200Bits) {
+TEST(CribleQuadratiqueLent, ProductsOfKnownPrimesOf180And200Bits) {
   constexpr const char* facteurs[][2] = {
       {"972275833250902676681726357", "841267478377831446005903777"},
       {"995610453248924340922087778507", "861457897858899400710045393487"}};

@@ -143,7 +143,7 @@ TEST(Crible, PublishedValuesOfPi) {
   constexpr std::array<std::uint64_t, 10> pi{0,    4,     25,     168,     1229,
                                              9592, 78498, 664579, 5761455, 50847534};
   const int derniere =
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(PREMIERS_ASSAINI)
       8;
 #else
       9;

@@ -208,7 +208,9 @@ TEST_F(DetteTest, IntervalsAtTheUpperEnd) {
 
 // Here the root in double precision is one more than the exact root, and a prime: q^2 - 2, with the
 // first q above 2^27 for which both are prime.
-TEST_F(DetteTest, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore) {
+using DetteTestLent = DetteTest;
+
+TEST_F(DetteTestLent, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore) {
   const auto sans_diviseur = [](std::int64_t n) {
     for (std::int64_t d = 2; d * d <= n; ++d) {
       if (n % d == 0) return false;

@@ -24,7 +24,7 @@ using NTL::ZZ;
 
 /// Is this built with the address sanitizer? It has threads, handlers and memory of its own.
 constexpr bool assaini =
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(PREMIERS_ASSAINI)
     true;
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)

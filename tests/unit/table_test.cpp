@@ -79,7 +79,7 @@ TEST(Suiv, AppendsExactlyTheNextPrime) {
 }
 
 // pi(10^k): OEIS A006880, "Number of primes < 10^n".
-TEST(PublishedValues, CountsOfPrimesBelowPowersOfTen) {
+TEST(PublishedValuesLent, CountsOfPrimesBelowPowersOfTen) {
   constexpr std::int64_t pi[] = {4,          25,          168,          1229,         9592,
                                  78498,      664579,      5761455,      50847534,     455052511,
                                  4118054813, 37607912018, 346065536839, 3204941750802};
@@ -122,7 +122,7 @@ TEST(PublishedValues, PrimesWhoseRankIsAPowerOfTen) {
 }
 
 // The prime of rank 10^13 (OEIS A006988).
-TEST(PublishedValues, ThePrimeOfRank10To13) {
+TEST(PublishedValuesLent, ThePrimeOfRank10To13) {
   Table table;
   table.etendre_au_rang(10'000'000'000'000);
   EXPECT_EQ(table.dernier(), 323780508946331);
@@ -283,7 +283,7 @@ TEST(Borders, AtTheEndOfWhatIsKept) {
 }
 
 /// Rank and prime are inverse to each other at random places of all sizes, in a large table.
-TEST(Consistency, RankAndPrimeAreInverseAtAllSizes) {
+TEST(ConsistencyLent, RankAndPrimeAreInverseAtAllSizes) {
   Table table;
   table.etendre_au_dela(20'000'000'000'000);
   std::mt19937_64 hasard(3);
