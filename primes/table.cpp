@@ -65,7 +65,9 @@ bool Table::lire_les_bits(std::int64_t v, double cout) {
   if (v > toujours_gardes && depense_ < part_a_depenser * cout_crible(x, x)) return false;
   // Twice as far, if the table goes so far, so that many steps cost no more than one.
   const std::int64_t utile = std::min(std::max(dernier_.premier, v), BitsGardes::borne_max);
-  gardes_.etendre(std::max({v, toujours_gardes, std::min(2 * v, utile)}));
+  constexpr std::int64_t un_peu_plus = 30'000;
+  gardes_.etendre(std::max({v, std::min(2 * v, utile),
+                            std::min(v + v / 4 + un_peu_plus, toujours_gardes)}));
   return true;
 }
 

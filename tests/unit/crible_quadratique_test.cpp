@@ -46,7 +46,7 @@ NTL::ZZ produit_de_deux(long bits_p, long bits_q) {
   return p * q;
 }
 
-TEST(CribleQuadratique, ProductsOfTwoEqualPrimesOfEverySize) {
+TEST(CribleQuadratiqueLent, ProductsOfTwoEqualPrimesOfEverySize) {
   NTL::SetSeed(NTL::ZZ(20250101));
   for (long bits = 66; bits <= 160; ++bits) {
     for (int i = 0; i < (bits < 100 ? 8 : bits < 130 ? 2 : 1); ++i)
