@@ -69,10 +69,10 @@ def rang_connu(chemin):
 
 
 def entrees_listees(chemin):
-    """The primes of all entries "[ rank : prime ]", as `nombres_listes` digests them; the menu of the
-    consultation, which shows the last of the table, left out."""
+    """The primes of all entries "[ rank : prime ]", as `nombres_listes` digests them; the last of the
+    table, which menus and status lines show with a full stop behind it, left out."""
     empreinte = hashlib.sha256()
-    for trouve in re.finditer(rb"(?<!calcule est \t )(?<!calcule  :    )\[ \d+ : (\d+) \] ", _octets(chemin)):
+    for trouve in re.finditer(rb"\[ \d+ : (\d+) \] (?!\.)", _octets(chemin)):
         empreinte.update(trouve[1] + b"\n")
     return empreinte.hexdigest()
 
