@@ -138,7 +138,7 @@ typename A::Entier facteur_commun(const A& a, const typename A::Residu& residu) 
   for (std::size_t i = 1; i < A::voies; ++i) produit = a.m.produit(produit, voies[i]);
   const auto g = pgcd(produit, a.m.n);
   if (g < a.m.n) return g;
-  for (const auto voie : voies) {  // two lanes found different factors, or one of them found all
+  for (const auto& voie : voies) {  // two lanes found different factors, or one of them found all
     const auto h = pgcd(voie, a.m.n);
     if (h > 1 && h < a.m.n) return h;
   }

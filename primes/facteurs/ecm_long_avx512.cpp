@@ -88,7 +88,7 @@ NTL::ZZ essayer_huit_long(const NTL::ZZ& n, const std::array<std::uint32_t, 8>& 
   if (bits <= AnneauHuit<3>::bits_maximum) return essayer_en<3>(n, sigma, b1, b2);
   if (bits <= AnneauHuit<4>::bits_maximum) return essayer_en<4>(n, sigma, b1, b2);
   if (bits <= AnneauHuit<5>::bits_maximum) return essayer_en<5>(n, sigma, b1, b2);
-  static_assert(AnneauHuit<8>::bits_maximum == 412);
+  static_assert(AnneauHuit<8>::bits_maximum == bits_huit_long);
   if (bits <= AnneauHuit<6>::bits_maximum) return essayer_en<6>(n, sigma, b1, b2);
   return essayer_en<8>(n, sigma, b1, b2);
 }

@@ -36,10 +36,9 @@ NTL::ZZ essayer_une(const NTL::ZZ& n, unsigned courbe, const EffortEcm& effort) 
 }
 
 NTL::ZZ essayer_une(const NTL::ZZ& n, unsigned courbe, const EffortEcm& effort) {
-  const long bits = NTL::NumBits(n);
-  if (bits <= MontgomeryLong<3>::bits_maximum) return essayer_une<3>(n, courbe, effort);
-  if (bits <= MontgomeryLong<4>::bits_maximum) return essayer_une<4>(n, courbe, effort);
-  return essayer_une<6>(n, courbe, effort);
+  return a_la_longueur(NTL::NumBits(n), [&]<std::size_t L>(Longueur<L>) {
+    return essayer_une<L>(n, courbe, effort);
+  });
 }
 
 /// Calls essayer(i) for the curves from the i-th on, every eighth.
@@ -65,6 +64,9 @@ std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortE
 
 std::optional<NTL::ZZ> facteur_ecm_long_avx512(const NTL::ZZ& n, const EffortEcm& effort,
                                                unsigned premiere, const Suivi& suivi) {
+  if (NTL::NumBits(n) > ecm::bits_huit_long) {
+    return facteur_ecm_long_portable(n, effort, premiere, suivi);
+  }
   return parcourir(n, effort, suivi, [&](unsigned i) {
     return ecm::essayer_huit_long(n, sigmas<8>(premiere + i), effort.b1, effort.b2);
   });
@@ -82,6 +84,11 @@ constexpr Version<decltype(&facteur_ecm_long)> versions[] = {
 }  // namespace
 
 Versions<decltype(&facteur_ecm_long)> versions_de_facteur_ecm_long() { return versions; }
+
+bool huit_courbes_a_la_fois(const NTL::ZZ& n) {
+  static const bool ici = choisir(versions_de_facteur_ecm_long()).besoin != instructions::aucune;
+  return ici && NTL::NumBits(n) <= ecm::bits_huit_long;
+}
 
 std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
                                         unsigned premiere, const Suivi& suivi) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A factor of a composite of 127 to 380 bits by the elliptic curve method: the continuation of
+// A factor of a composite of 127 to 700 bits by the elliptic curve method: the continuation of
 // facteurs128.h. It finds factors of up to some 15 digits long before a sieve would.
 #pragma once
 
@@ -14,7 +14,7 @@
 namespace premiers {
 
 /// The longest n that is tried.
-inline constexpr long bits_facteur_long = 380;
+inline constexpr long bits_facteur_long = 700;
 
 /// How much ECM: so many curves with these bounds.
 struct EffortEcm {
@@ -27,6 +27,9 @@ struct EffortEcm {
   static constexpr std::size_t b2_max = 100800;
   constexpr bool a_portee() const { return 2 <= b1 && b1 <= b1_max && b1 <= b2 && b2 <= b2_max; }
 };
+
+/// Do eight curves run at once on such an n here?
+bool huit_courbes_a_la_fois(const NTL::ZZ& n);
 
 /// A proper factor of n, not necessarily prime; nothing if the curves did not find one, or if n is
 /// longer than bits_facteur_long. n must be odd, composite, greater than 2^64, and should have no

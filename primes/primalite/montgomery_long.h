@@ -11,11 +11,14 @@
 #pragma once
 
 #include <NTL/ZZ.h>
+#include <gmp.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 #include "primes/arithmetique/entier_long.h"
+#include "primes/arithmetique/gmp_zz.h"
 #include "primes/primalite/montgomery.h"
 
 namespace premiers {
@@ -46,12 +49,12 @@ struct MontgomeryLong {
   /// more, and take six times as long to compile.
   [[gnu::noinline]] Entier produit(const Entier& a, const Entier& b) const {
     Entier t;
-#pragma GCC unroll 8
+#pragma GCC unroll 16
     for (std::size_t i = 0; i < L; ++i) {  // t = (t + a b[i] + f n) / 2^64
       Entier128 x = Entier128{a.mots[0]} * b.mots[i] + t.mots[0];
       const std::uint64_t f = bas(x) * oppose;
       Entier128 y = Entier128{f} * n.mots[0] + bas(x);
-#pragma GCC unroll 8
+#pragma GCC unroll 16
       for (std::size_t j = 1; j < L; ++j) {
         x = Entier128{a.mots[j]} * b.mots[i] + t.mots[j] + haut(x);
         y = Entier128{f} * n.mots[j] + bas(x) + haut(y);
@@ -65,6 +68,37 @@ struct MontgomeryLong {
 
   /// The residue of a small integer.
   Entier entrer(std::uint64_t x) const { return produit(Entier{x}, r2); }
+
+  /// The residue whose product with the product a is that of 1; false if there is none.
+  bool inverser(const Entier& a, Entier& inverse) const {
+    mpz_t vue_a, vue_n;
+    mpz_roinit_n(vue_a, a.mots.data(), static_cast<mp_size_t>(L));
+    mpz_roinit_n(vue_n, n.mots.data(), static_cast<mp_size_t>(L));
+    EntierGmp i;
+    if (mpz_invert(i.z, vue_a, vue_n) == 0) return false;
+    for (std::size_t j = 0; j < L; ++j) {
+      inverse.mots[j] = mpz_getlimbn(i.z, static_cast<mp_size_t>(j));
+    }
+    inverse = produit(produit(inverse, r2), r2);
+    return true;
+  }
 };
+
+/// A number of words, as an argument.
+template <std::size_t L>
+using Longueur = std::integral_constant<std::size_t, L>;
+
+/// The most words that there is code for: 700 bits, which is 210 digits.
+inline constexpr std::size_t longueur_maximale = 11;
+
+/// f(Longueur<L>{}) for the shortest ring that takes moduli of so many bits, 65 <= bits <=
+/// MontgomeryLong<longueur_maximale>::bits_maximum.
+template <std::size_t L = 2, class F>
+auto a_la_longueur(long bits, const F& f) {
+  if constexpr (L < longueur_maximale) {
+    if (bits > MontgomeryLong<L>::bits_maximum) return a_la_longueur<L + 1>(bits, f);
+  }
+  return f(Longueur<L>{});
+}
 
 }  // namespace premiers

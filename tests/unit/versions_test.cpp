@@ -411,8 +411,8 @@ TEST(Versions, EllipticCurvesOnTwoWords) {
 
 TEST(Versions, EllipticCurvesOnManyWords) {
   NTL::SetSeed(NTL::ZZ{12});
-  for (const long bits :
-       {129, 151, 152, 153, 191, 192, 193, 203, 204, 205, 255, 256, 257, 307, 308, 309, 379, 380}) {
+  for (const long bits : {129, 151, 152, 153, 191, 192, 193, 203, 204, 205, 255, 256,
+                          257, 307, 308, 309, 379, 380, 411, 412, 413, 444, 445, 700}) {
     const NTL::ZZ p = NTL::GenPrime_ZZ(23);
     const NTL::ZZ q = NTL::GenPrime_ZZ(bits - 23);
     pour_chaque_version("facteur_ecm_long", versions_de_facteur_ecm_long(), [&](auto chercher) {
