@@ -12,8 +12,10 @@
 //   300 bits         a little ECM (facteurs_longs.h) for factors that are much shorter than the
 //                    other, then the quadratic sieve (crible_quadratique.h). 40 digits 8 ms,
 //                    60 digits 0.6 s.
-//   beyond           the same ECM, then the PARI library (pont_pari.h), which combines ECM and its
-//                    own quadratic sieve.
+//   335 bits         curves with larger bounds as well (echelle.h), then the PARI library
+//                    (pont_pari.h) with its own quadratic sieve.
+//   700 bits         curves, level after level, until they have found all factors.
+//   beyond           the PARI library alone.
 //
 // All of it is deterministic: the same integer takes the same way every time.
 #include "primes/facteurs/facteurs.h"
@@ -24,6 +26,7 @@
 #include <vector>
 
 #include "primes/arithmetique/zz.h"
+#include "primes/facteurs/echelle.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/facteurs_longs.h"
@@ -45,43 +48,64 @@ constexpr unsigned courbes_ecm_seule = 400;
 /// Up to here the sieve beats the library: by 2.5 at 40 digits, by 3.5 at 60.
 constexpr long bits_crible = 300;
 
+/// From here on curves of the levels of echelle.h pay before the sieve.
+constexpr long bits_echelle = 225;
+/// Up to here the library's sieve comes to an end in a bearable time: 100 digits.
+constexpr long bits_bibliotheque = 335;
+
 /// What an integer of at least so many bits is worth in ECM before the sieve: in all a tenth of the
 /// sieve's time. Half or double of it costs a tenth on random integers of 36 to 60 digits.
 struct Palier {
   long bits;
   EffortEcm effort;
 };
-constexpr std::array<Palier, 6> paliers{{{0, {16, 200, 8000}},
+constexpr std::array<Palier, 5> paliers{{{0, {16, 200, 8000}},
                                          {115, {16, 500, 25000}},
                                          {140, {32, 2000, 100000}},
                                          {170, {128, 2000, 100000}},
-                                         {200, {512, 2000, 100000}},
-                                         {225, {2048, 2000, 100000}}}};
+                                         {200, {512, 2000, 100000}}}};
+/// Where eight curves run at once, these stand for the first level of the ladder.
+constexpr EffortEcm effort_a_huit{2048, 2000, 100000};
+static_assert(effort_a_huit.a_portee());
 static_assert(std::all_of(paliers.begin(), paliers.end(),
                           [](const Palier& p) { return p.effort.a_portee(); }));
 
 // ---- Splitting ---------------------------------------------------------------------------------
 
 /// A factor of n that is much shorter than n, if there is one.
-std::optional<NTL::ZZ> facteur_court(const NTL::ZZ& n, const Suivi& suivi) {
+std::optional<NTL::ZZ> facteur_court(const NTL::ZZ& n, Echelle& echelle, const Suivi& suivi) {
   unsigned courbes = 0;
   for (const auto& [bits, effort] : paliers) {
     if (NTL::NumBits(n) < bits) break;
     if (auto f = facteur_ecm_long(n, effort, courbes, suivi)) return f;
     courbes += effort.courbes;
   }
+  if (NTL::NumBits(n) >= bits_echelle && echelle.niveau == 0 && huit_courbes_a_la_fois(n)) {
+    if (auto f = facteur_ecm_long(n, effort_a_huit, courbes, suivi)) return f;
+    echelle = {1, 0};
+  }
   return std::nullopt;
 }
 
+/// The digits of factors that curves look for, so that they take about a tenth of the time of what
+/// comes behind them.
+double profondeur(long bits) {
+  if (bits < bits_echelle) return 0;
+  if (bits > bits_bibliotheque) return profondeur_sans_fin;
+  constexpr double part_des_chiffres = 4.0 / 13;
+  return part_des_chiffres * static_cast<double>(bits) * 0.30103;
+}
+
 /// Proper factors of the composite n, which is no perfect power and has no small factor: one, or
-/// all of its primes where they come together.
-std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, const Suivi& suivi) {
+/// all of its primes where they come together. `echelle` is what curves have been tried.
+std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& suivi) {
   const long bits = NTL::NumBits(n);
   if (bits <= bits_ecm_seule) {
     if (const auto f = facteur_ecm(en_entier128(n), courbes_ecm_seule)) return {en_zz(*f)};
-  } else if (const auto f = facteur_court(n, suivi)) {
+  } else if (const auto f = facteur_court(n, echelle, suivi)) {
     return {*f};
   }
+  if (const auto f = facteur_par_echelle(n, profondeur(bits), echelle, suivi)) return {*f};
   if (bits <= bits_crible) {
     if (const auto f = facteur_quadratique(n, suivi)) return {*f};
   }
@@ -102,23 +126,25 @@ void ajouter(Facteurs& facteurs, const NTL::ZZ& premier, std::int64_t exposant) 
   }
 }
 
-/// Adds the prime factors of n^exposant; n has none below borne_petits_facteurs.
-void decomposer(Facteurs& resultat, const NTL::ZZ& n, std::int64_t exposant, const Suivi& suivi) {
+/// Adds the prime factors of n^exposant; n has none below borne_petits_facteurs, and `echelle` is
+/// what curves have been tried on it.
+void decomposer(Facteurs& resultat, const NTL::ZZ& n, std::int64_t exposant, Echelle echelle,
+                const Suivi& suivi) {
   if (NTL::NumBits(n) <= 64) {
     for (const auto& [p, e] : facteurs(en_entier64(n))) ajouter(resultat, en_zz(p), e * exposant);
   } else if (est_premier_prouve(n, suivi)) {
     ajouter(resultat, n, exposant);
   } else if (const auto puissance = puissance_parfaite(n)) {
-    decomposer(resultat, puissance->base, exposant * puissance->exposant, suivi);
+    decomposer(resultat, puissance->base, exposant * puissance->exposant, {}, suivi);
   } else {
     NTL::ZZ reste = n;
-    for (const NTL::ZZ& d : diviser(n, suivi)) {
+    for (const NTL::ZZ& d : diviser(n, echelle, suivi)) {
       std::int64_t fois = 0;
       for (; NTL::divide(reste, reste, d) != 0; ++fois) {
       }
-      decomposer(resultat, d, fois * exposant, suivi);
+      decomposer(resultat, d, fois * exposant, {}, suivi);
     }
-    decomposer(resultat, reste, exposant, suivi);
+    decomposer(resultat, reste, exposant, echelle, suivi);
   }
 }
 
@@ -130,7 +156,7 @@ Facteurs decomposer(const NTL::ZZ& N, const Suivi& suivi) {
   if (NTL::NumBits(N) > 64) {
     for (const auto& [p, e] : retirer_petits_facteurs(reste)) resultat.push_back({en_zz(p), e});
   }
-  decomposer(resultat, reste, 1, suivi);
+  decomposer(resultat, reste, 1, {}, suivi);
   return resultat;
 }
 

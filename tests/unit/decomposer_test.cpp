@@ -131,6 +131,18 @@ TEST(DecomposerLent, ShortFactorOfALongInteger) {
   }
 }
 
+TEST(DecomposerLent, FactorsOfFifteenDigitsOfIntegersThatNoSieveReaches) {
+  // Several, so that the curves go on with what is left of N.
+  const ZZ p = premier_de(48, 21);
+  const ZZ q = premier_de(51, 22);
+  for (const long autre : {240L, 400L, 550L}) {
+    const ZZ r = premier_de(autre, 23);
+    attendre(p * q * r, Facteurs{{p, 1}, {q, 1}, {r, 1}});
+  }
+  const ZZ r = premier_de(300, 23);
+  attendre(p * q * q * r, Facteurs{{p, 1}, {q, 2}, {r, 1}});
+}
+
 TEST(Decomposer, SquaresAndCubesOfPrimesOfEverySize) {
   for (const long bits :
        {11L, 16L, 31L, 32L, 33L, 51L, 52L, 53L, 63L, 64L, 65L, 100L, 128L, 200L}) {

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// How far the elliptic curves go: level after level, each for factors of five digits more than the
+// one before.
+//
+// The bounds and the numbers of curves are those of P. Zimmermann and B. Dodson, "20 years of ECM",
+// ANTS-VII (2006), for Suyama's curves and B2 = 100 B1: after all curves of a level a factor of its
+// length is missed once in e times. Beyond the last level its curves go on without end.
+//
+// P - 1 with larger bounds comes before some levels: it costs some percent of them.
+#pragma once
+
+#include <NTL/ZZ.h>
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "primes/arithmetique/suivi.h"
+
+namespace premiers {
+
+/// How far the curves on a number have come. What is left of it when a factor has been found goes on
+/// from there: every curve so far was one on this rest as well.
+struct Echelle {
+  unsigned niveau = 0;
+  std::uint64_t courbe = 0;  ///< how many of this level are done
+};
+
+/// Without end.
+inline constexpr double profondeur_sans_fin = std::numeric_limits<double>::infinity();
+
+/// A proper factor of n; nothing when the curves for factors of so many digits are done. Between two
+/// levels the curves of the next are taken in proportion. Each level finds 15 digits at least; those
+/// below are what facteurs_longs.h is for. n: odd, composite, 65 to bits_facteur_long bits (for a
+/// longer one nothing is done), without factors below 1000. `suivi` may throw.
+std::optional<NTL::ZZ> facteur_par_echelle(const NTL::ZZ& n, double profondeur, Echelle& etat,
+                                           const Suivi& suivi = {});
+
+}  // namespace premiers

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: MIT
+// Curves and P - 1 with large bounds. What a curve must find and what it cannot find follows from
+// the order of its point modulo p, which the library PARI gives (ellcard, ellorder of the curve in
+// Weierstrass form); it stands beside each case. The curves are published ones, from test suites of
+// the method.
+#include "primes/facteurs/ecm_grand.h"
+
+#include <NTL/ZZ.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "primes/facteurs/ecm.h"
+#include "primes/facteurs/ecm_lucas.h"
+#include "primes/facteurs/ecm_rangees.h"
+#include "primes/facteurs/ecm_voies.h"
+#include "primes/primalite/montgomery_long.h"
+
+namespace premiers {
+namespace {
+
+using ecm::BornesLongues;
+using ecm::essayer_courbe;
+using ecm::essayer_p_moins_un;
+using NTL::ZZ;
+
+ZZ lire(const char* texte) { return NTL::conv<ZZ>(texte); }
+
+bool est_premier_par_division(std::uint64_t n) {
+  for (std::uint64_t d = 2; d * d <= n; ++d) {
+    if (n % d == 0) return false;
+  }
+  return n > 1;
+}
+
+/// p times a prime that makes a number of so many bits.
+ZZ completer(const ZZ& p, long bits) {
+  NTL::SetSeed(ZZ{bits});
+  return p * NTL::GenPrime_ZZ(bits - NTL::NumBits(p) + 1);
+}
+
+/// One number for each length of the ring.
+std::vector<long> toutes_les_longueurs(long minimum) {
+  std::vector<long> bits;
+  for (long L = 2; L <= 11; ++L) {
+    if (64 * L - 5 > minimum) bits.push_back(64 * L - 5);
+  }
+  return bits;
+}
+
+// ---- Lists -------------------------------------------------------------------------------------
+
+TEST(Multiplicateurs, GiveTheLeastCommonMultiple) {
+  for (const auto& [debut, fin] : {std::array{2U, 100U}, {100U, 2000U}, {2000U, 5000U}}) {
+    ZZ attendu{1};
+    for (std::uint64_t q = debut + 1; q <= fin; ++q) {
+      std::uint64_t p = 2;
+      while (q % p != 0) ++p;
+      std::uint64_t r = q;
+      while (r % p == 0) r /= p;
+      if (r == 1) attendu *= static_cast<long>(p);
+    }
+    ZZ produit{1};
+    for (const auto& m : ecm::multiplicateurs(debut, fin)) produit *= static_cast<long>(m.p);
+    EXPECT_EQ(produit, attendu) << debut << ' ' << fin;
+  }
+}
+
+TEST(Multiplicateurs, TheirChainsLeadToTheMultiple) {
+  // In the ring of a prime p all points of a curve can be compared: X / Z of m P by the chain is
+  // that by the doubling ladder.
+  const ZZ p = NTL::power2_ZZ(107) - 1;
+  using A = ecm::Voies<MontgomeryLong<2>, 1>;
+  const A a{MontgomeryLong<2>{p}};
+  ecm::Courbe<A> courbe;
+  const std::uint32_t sigma = 11;
+  const auto depart = ecm::suyama(a, &sigma, courbe);
+  for (const auto& m : ecm::multiplicateurs(2, 3000)) {
+    ecm::Marche<A> marche{a, courbe, depart};
+    marche.multiplier(m);
+    auto bas = depart;  // k P and (k + 1) P
+    auto haut = ecm::doubler(a, courbe, depart);
+    for (int i = 30 - __builtin_clz(m.p); i >= 0; --i) {
+      auto somme = ecm::ajouter(a, haut, bas, depart);
+      if ((m.p >> i & 1) != 0) {
+        bas = somme;
+        haut = ecm::doubler(a, courbe, haut);
+      } else {
+        haut = somme;
+        bas = ecm::doubler(a, courbe, bas);
+      }
+    }
+    const auto difference =
+        a.difference(a.produit(marche.u->x, bas.z), a.produit(bas.x, marche.u->z));
+    EXPECT_EQ(en_zz(difference[0]) % p, 0) << m.p << ' ' << m.r;
+  }
+}
+
+TEST(Rangees, HoldEveryPrimeBetweenTheBoundsAndNothingBeside) {
+  const std::uint64_t b1 = 20011;
+  const std::uint64_t b2 = 100003;  // both prime: the lower bound is left out, the upper is not
+  const ecm::Rangees rangees{b1, b2};
+  std::vector<bool> couvert(200000);
+  std::size_t paires = 0;
+  for (std::size_t i = 0; i < rangees.bits.size(); ++i) {
+    const std::uint64_t milieu = (rangees.k0 + i) * ecm::Rangees::pas;
+    ecm::pour_chaque_bebe(rangees.bits[i], [&](std::size_t b) {
+      const std::uint64_t j = ecm::Rangees::residus()[b];
+      const auto voulu = [&](std::uint64_t q) {
+        return b1 < q && q <= b2 && est_premier_par_division(q);
+      };
+      EXPECT_TRUE(voulu(milieu - j) || voulu(milieu + j)) << milieu << ' ' << j;
+      couvert[milieu - j] = couvert[milieu + j] = true;
+      ++paires;
+    });
+  }
+  std::size_t premiers = 0;
+  for (std::uint64_t q = b1 + 1; q <= b2; ++q) {
+    if (!est_premier_par_division(q)) continue;
+    ++premiers;
+    EXPECT_TRUE(couvert[q]) << q;
+  }
+  EXPECT_EQ(premiers, 9593U - 2263U);  // pi(100003) - pi(20011)
+  EXPECT_LT(paires, premiers);
+}
+
+// ---- Published curves --------------------------------------------------------------------------
+
+/// One curve of small bounds in the ring of four words.
+ZZ courbe_courte(const ZZ& n, std::uint32_t sigma, std::size_t b1, std::size_t b2) {
+  const ecm::Voies<MontgomeryLong<4>, 1> a{MontgomeryLong<4>{n}};
+  return en_zz(ecm::essayer(a, &sigma, ecm::paires_longues, b1, b2));
+}
+
+TEST(CourbesPubliees, OfSmallBoundsFindWhatTheirOrdersSay) {
+  struct Cas {
+    const char* p;
+    std::uint32_t sigma;
+    std::size_t b1, b2;  // the second greatest and the greatest prime of the order
+  };
+  for (const auto& c : {Cas{"30210181", 7, 29, 2411},                     // 2^4 3^3 29 2411
+                        Cas{"33554520197234177", 262763035, 743, 937},    // .. 601 743 937
+                        Cas{"33554520197234177", 1691973485, 283, 1709},  // .. 263 283 1709
+                        Cas{"24651922299337", 2301432245, 157, 521},      // .. 67 157 521
+                        Cas{"291310394389387", 3547, 167, 211}}) {        // .. 101 167 211
+    const ZZ p = lire(c.p);
+    const ZZ n = p * (NTL::power2_ZZ(127) - 1);
+    EXPECT_EQ(courbe_courte(n, c.sigma, c.b1, c.b2), p) << p;
+    EXPECT_EQ(courbe_courte(n, c.sigma, c.b1 - 1, c.b2), 1) << p;
+  }
+  EXPECT_EQ(courbe_courte(lire("2050449353925555290706354283"), 7, 30, 2411), 30210181);
+  EXPECT_EQ(courbe_courte(lire("3533000986701102061387017352606588294716061"), 3547, 167, 211),
+            lire("291310394389387"));
+}
+
+TEST(CourbesPubliees, OfTwentyFiveDigitsFindsWithExactlyTheBoundsOfItsOrder) {
+  // 2^2 3 53 61 157 1747 12073 171553 207013
+  const ZZ n = lire("17061648125571273329563156588435816942778260706938821014533");
+  const std::uint64_t sigma = 585928442;
+  EXPECT_EQ(essayer_courbe(n, sigma, BornesLongues{171553, 207013}),
+            lire("4562371492227327125110177"));
+  EXPECT_EQ(essayer_courbe(n, sigma, BornesLongues{207013, 300000}),
+            lire("4562371492227327125110177"));
+  EXPECT_EQ(essayer_courbe(n, sigma, BornesLongues{171552, 207013}), 1);
+  EXPECT_EQ(essayer_courbe(n, sigma, BornesLongues{171553, 207012}), 1);
+}
+
+TEST(CourbesPubliees, OfLongSigmaFindsWithinALongSecondStageOnly) {
+  // The greatest prime of the order is 11639363.
+  const ZZ p = lire("9302886086952880781510307853");
+  const ZZ n = completer(p, 230);
+  const std::uint64_t sigma = 10472874358726434170U;
+  EXPECT_EQ(essayer_courbe(n, sigma, BornesLongues{50000, 5000000}), 1);
+  EXPECT_EQ(essayer_courbe(n, sigma, BornesLongues{50000, 12700000}), p);
+}
+
+TEST(CourbesLonguesBornes, FindTheSameInTheRingOfEveryLength) {
+  const ZZ p{33554520197234177};
+  for (const long bits : toutes_les_longueurs(100)) {
+    const ZZ n = completer(p, bits);
+    EXPECT_EQ(essayer_courbe(n, 1691973485, BornesLongues{2000, 4000}), p) << bits;
+    EXPECT_EQ(essayer_courbe(n, 12345, BornesLongues{2000, 4000}), 1) << bits;
+  }
+}
+
+TEST(CourbesLonguesBornes, LoseNoFactorThatTheyFindTogetherWithAnother) {
+  // Orders of 37 bits: most curves find each of the primes, in the first or in the second stage,
+  // often within the same gcd.
+  const BornesLongues bornes{5000, 400000};
+  NTL::SetSeed(ZZ{17});
+  int ensemble = 0;
+  int seuls = 0;
+  for (int i = 0; i < 4; ++i) {
+    const ZZ p = NTL::GenPrime_ZZ(37);
+    const ZZ q = NTL::GenPrime_ZZ(37);
+    const ZZ grand = NTL::power2_ZZ(127) - 1;
+    for (std::uint64_t sigma = 6; sigma < 36; ++sigma) {
+      const bool trouve_p = essayer_courbe(p * grand, sigma, bornes) == p;
+      const bool trouve_q = essayer_courbe(q * grand, sigma, bornes) == q;
+      const ZZ f = essayer_courbe(p * q, sigma, bornes);
+      EXPECT_EQ(f != 1, trouve_p || trouve_q) << p << ' ' << q << ' ' << sigma;
+      ensemble += trouve_p && trouve_q ? 1 : 0;
+      seuls += trouve_p != trouve_q ? 1 : 0;
+    }
+  }
+  EXPECT_GT(ensemble, 10);
+  EXPECT_GT(seuls, 10);
+}
+
+TEST(CourbesLonguesBornes, FindThePrimeInItsPowersAndTwice) {
+  const ZZ p{33554520197234177};
+  const BornesLongues bornes{2000, 4000};
+  const ZZ f = essayer_courbe(p * p * (NTL::power2_ZZ(107) - 1), 1691973485, bornes);
+  EXPECT_TRUE(f == p || f == p * p) << f;
+  EXPECT_EQ(essayer_courbe(NTL::power2_ZZ(127) - 1, 1691973485, bornes), 1);
+}
+
+TEST(CourbesLonguesBornes, TellThatTheyAreAliveAllAlong) {
+  int appels = 0;
+  const Suivi suivi = [&](double part) {
+    ++appels;
+    EXPECT_EQ(part, 0);
+  };
+  const BornesLongues bornes{50000, 5000000, suivi};
+  EXPECT_GT(appels, 10);
+  appels = 0;
+  // A prime, so that no factor ends it early: every 64th of 4830 multipliers, every 16th of 2144 rows.
+  essayer_courbe(NTL::power2_ZZ(607) - 1, 10, bornes, suivi);
+  EXPECT_GT(appels, 200);
+}
+
+// ---- P - 1 -------------------------------------------------------------------------------------
+
+TEST(MoinsUn, FindsWhatItsOrderSaysInTheRingOfEveryLength) {
+  // p - 1 = 2 19 41 223 487 617 1361 70381
+  const ZZ p = lire("10000000000000067327");
+  for (const long bits : toutes_les_longueurs(100)) {
+    const ZZ n = completer(p, bits);
+    EXPECT_EQ(essayer_p_moins_un(n, 2000, 70381), p) << bits;
+    // 70381 = 30 2310 + 1081 is covered together with 68219, which is prime as well.
+    EXPECT_EQ(essayer_p_moins_un(n, 2000, 68218), 1) << bits;
+    EXPECT_EQ(essayer_p_moins_un(n, 70381, 80000), p) << bits;
+  }
+}
+
+TEST(MoinsUn, SeparatesTwoFactorsThatTheSameStageFinds) {
+  // q - 1 = 2^2 3^2 11 19 23 89 167 587 198701
+  const ZZ p = lire("10000000000000067327");
+  const ZZ q = lire("300000000000015613");
+  for (const auto& [b1, b2] :
+       {std::array{2000U, 200000U}, {100000U, 200000U}, {200000U, 300000U}}) {
+    const ZZ f = essayer_p_moins_un(p * q, b1, b2);
+    EXPECT_TRUE(f == p || f == q) << b1 << ' ' << f;
+  }
+}
+
+}  // namespace
+}  // namespace premiers
