@@ -2,9 +2,10 @@
 // How far the elliptic curves go: level after level, each for factors of five digits more than the
 // one before.
 //
-// The bounds and the numbers of curves are those of P. Zimmermann and B. Dodson, "20 years of ECM",
-// ANTS-VII (2006), for Suyama's curves and B2 = 100 B1: after all curves of a level a factor of its
-// length is missed once in e times. Beyond the last level its curves go on without end.
+// The bounds B1 are those of P. Zimmermann and B. Dodson, "20 years of ECM", ANTS-VII (2006); the
+// numbers of curves those that yafu (B. Buhrow) takes for Suyama's curves with B2 = 100 B1. After all
+// curves of a level a factor of its length is missed once in e times. Beyond the last level its
+// curves go on without end.
 //
 // P - 1 with larger bounds comes before some levels: it costs some percent of them.
 #pragma once
@@ -30,9 +31,10 @@ struct Echelle {
 inline constexpr double profondeur_sans_fin = std::numeric_limits<double>::infinity();
 
 /// A proper factor of n; nothing when the curves for factors of so many digits are done. Between two
-/// levels the curves of the next are taken in proportion. Each level finds 15 digits at least; those
-/// below are what facteurs_longs.h is for. n: odd, composite, 65 to bits_facteur_long bits (for a
-/// longer one nothing is done), without factors below 1000. `suivi` may throw.
+/// levels the curves of the next are taken in proportion: none at 15 digits, all of the first level
+/// at 20 (for shorter factors there is facteurs_longs.h). n: odd, composite, above 64 bits, without
+/// factors below 1000; one of more than bits_facteur_long bits is left as it is. `suivi` hears
+/// nothing but 0, and may throw.
 std::optional<NTL::ZZ> facteur_par_echelle(const NTL::ZZ& n, double profondeur, Echelle& etat,
                                            const Suivi& suivi = {});
 

@@ -11,8 +11,8 @@
 // No factor is lost where several are found together: when a gcd is n, the steps since the last one
 // are gone over again with a gcd each. Only factors that one and the same step finds stay together.
 //
-// Cost: 9.12 products a bit, 13.2 B1 in all, for the first stage; for the second with B2 = 100 B1
-// 4.7 to 7 B1. Memory: 600 residues.
+// Cost: 9.12 products a bit, 13.2 B1 in all, for the first stage; 5 to 7 B1 for the second with
+// B2 = 100 B1. Memory: below 100 KB, beside the lists.
 #pragma once
 
 #include <gmp.h>
