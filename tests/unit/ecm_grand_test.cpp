@@ -9,11 +9,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_lucas.h"
+#include "primes/facteurs/ecm_phases.h"
 #include "primes/facteurs/ecm_rangees.h"
 #include "primes/facteurs/ecm_voies.h"
 #include "primes/primalite/montgomery_long.h"
@@ -68,32 +71,42 @@ TEST(Multiplicateurs, GiveTheLeastCommonMultiple) {
   }
 }
 
-TEST(Multiplicateurs, TheirChainsLeadToTheMultiple) {
-  // In the ring of a prime p all points of a curve can be compared: X / Z of m P by the chain is
-  // that by the doubling ladder.
-  const ZZ p = NTL::power2_ZZ(107) - 1;
-  using A = ecm::Voies<MontgomeryLong<2>, 1>;
-  const A a{MontgomeryLong<2>{p}};
-  ecm::Courbe<A> courbe;
+using DeuxMots = ecm::Voies<MontgomeryLong<2>, 1>;
+
+/// m P by the doubling ladder: k P and (k + 1) P, bit by bit.
+ecm::Point<DeuxMots> multiple(const DeuxMots& a, const ecm::Courbe<DeuxMots>& courbe,
+                              const ecm::Point<DeuxMots>& depart, std::uint32_t m) {
+  auto bas = depart;
+  auto haut = ecm::doubler(a, courbe, depart);
+  for (int i = std::bit_width(m) - 2; i >= 0; --i) {
+    const auto somme = ecm::ajouter(a, haut, bas, depart);
+    if ((m >> i & 1) != 0) {
+      bas = somme;
+      haut = ecm::doubler(a, courbe, haut);
+    } else {
+      haut = somme;
+      bas = ecm::doubler(a, courbe, bas);
+    }
+  }
+  return bas;
+}
+
+TEST(Marche, EveryChainLeadsToTheMultipleThatTheDoublingLadderGives) {
+  const ZZ p = NTL::power2_ZZ(107) - 1;  // a prime, so that X / Z can be compared
+  const DeuxMots a{MontgomeryLong<2>{p}};
+  ecm::Courbe<DeuxMots> courbe;
   const std::uint32_t sigma = 11;
   const auto depart = ecm::suyama(a, &sigma, courbe);
-  for (const auto& m : ecm::multiplicateurs(2, 3000)) {
-    ecm::Marche<A> marche{a, courbe, depart};
+  std::vector<ecm::Multiplicateur> chaines = ecm::multiplicateurs(2, 3000);
+  for (const std::uint32_t m : {3U, 5U, 7U, 31U, 101U, 1009U}) {  // not the best ones only
+    for (std::uint32_t r = (m + 1) / 2; r < m; ++r) chaines.push_back({m, r});
+  }
+  for (const auto& m : chaines) {
+    ecm::Marche<DeuxMots> marche{a, courbe, depart};
     marche.multiplier(m);
-    auto bas = depart;  // k P and (k + 1) P
-    auto haut = ecm::doubler(a, courbe, depart);
-    for (int i = 30 - __builtin_clz(m.p); i >= 0; --i) {
-      auto somme = ecm::ajouter(a, haut, bas, depart);
-      if ((m.p >> i & 1) != 0) {
-        bas = somme;
-        haut = ecm::doubler(a, courbe, haut);
-      } else {
-        haut = somme;
-        bas = ecm::doubler(a, courbe, bas);
-      }
-    }
+    const auto attendu = multiple(a, courbe, depart, m.p);
     const auto difference =
-        a.difference(a.produit(marche.u->x, bas.z), a.produit(bas.x, marche.u->z));
+        a.difference(a.produit(marche.u->x, attendu.z), a.produit(attendu.x, marche.u->z));
     EXPECT_EQ(en_zz(difference[0]) % p, 0) << m.p << ' ' << m.r;
   }
 }
@@ -124,6 +137,43 @@ TEST(Rangees, HoldEveryPrimeBetweenTheBoundsAndNothingBeside) {
   }
   EXPECT_EQ(premiers, 9593U - 2263U);  // pi(100003) - pi(20011)
   EXPECT_LT(paires, premiers);
+}
+
+// ---- Steps of the second stage -----------------------------------------------------------------
+
+/// Points (i : z) for the z of a list.
+std::vector<ecm::Point<DeuxMots>> points_de(const DeuxMots& a, const std::vector<ZZ>& z) {
+  std::vector<ecm::Point<DeuxMots>> points;
+  for (const ZZ& x : z) {
+    points.push_back({{a.m.entrer(points.size() + 5)}, a.produit({en_mots<2>(x)}, {a.m.r2})});
+  }
+  return points;
+}
+
+TEST(Normaliser, DividesEveryXByItsZ) {
+  const ZZ n = ZZ{17179869739} * 17179872581;
+  const DeuxMots a{MontgomeryLong<2>{n}};
+  const std::vector<ZZ> z{ZZ{1}, ZZ{2}, n - 1, ZZ{123456789}, n / 3};
+  auto points = points_de(a, z);
+  EXPECT_EQ(en_zz(ecm::normaliser(a, std::span<ecm::Point<DeuxMots>>{points})), 1);
+  for (std::size_t i = 0; i < z.size(); ++i) {
+    const ZZ x = en_zz(a.produit(points[i].x, {EntierLong<2>{1}})[0]);  // out of Montgomery's form
+    EXPECT_EQ(x * z[i] % n, static_cast<long>(i + 5)) << i;
+  }
+}
+
+TEST(Normaliser, GivesTheFactorThatForbidsIt) {
+  const ZZ p{17179869739};
+  const ZZ q{17179872581};
+  const DeuxMots a{MontgomeryLong<2>{p * q}};
+  const auto divise = [&](const std::vector<ZZ>& z) {
+    auto points = points_de(a, z);
+    return en_zz(ecm::normaliser(a, std::span<ecm::Point<DeuxMots>>{points}));
+  };
+  EXPECT_EQ(divise({ZZ{3}, 5 * p, ZZ{7}}), p);
+  EXPECT_EQ(divise({ZZ{3}, ZZ{0}, 5 * q}), q);
+  EXPECT_EQ(divise({2 * q, 5 * p}), q);
+  EXPECT_EQ(divise({ZZ{3}, ZZ{0}}), p * q);
 }
 
 // ---- Published curves --------------------------------------------------------------------------
@@ -249,6 +299,9 @@ TEST(MoinsUn, SeparatesTwoFactorsThatTheSameStageFinds) {
     const ZZ f = essayer_p_moins_un(p * q, b1, b2);
     EXPECT_TRUE(f == p || f == q) << b1 << ' ' << f;
   }
+  // 2^3 3 11^2 71 97 859 and 2^4 7^2 13 19 79 1123: both within the first exponent.
+  const ZZ f = essayer_p_moins_un(ZZ{17179869433} * 17179869617, 2000, 5000);
+  EXPECT_TRUE(f == 17179869433 || f == 17179869617) << f;
 }
 
 }  // namespace
