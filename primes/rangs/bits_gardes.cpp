@@ -18,6 +18,9 @@ constexpr std::size_t octets_par_ligne = 64;
 constexpr auto octets_max = static_cast<std::size_t>((BitsGardes::borne_max + 1) / 30);
 static_assert(octets_max % octets_par_ligne == 0);
 
+/// A mark for so many flags: some forty lines.
+constexpr std::size_t pas_repere = 4096;
+
 /// 2, 3 and 5, which have no flag.
 constexpr std::array<std::int64_t, 4> premiers_sans_bit{0, 2, 3, 5};
 constexpr std::int64_t nombre_sans_bit = 3;
@@ -52,15 +55,34 @@ void BitsGardes::etendre(std::int64_t borne) {
   for (std::uint32_t& n : neuves) n += static_cast<std::uint32_t>(nombre_ - nombre_sans_bit);
   nombre_ += dedans;
   taille_ = taille;
+  poser_reperes();
+}
+
+/// The line of the n-th flag, between two lines.
+std::size_t BitsGardes::ligne(std::uint32_t n, std::size_t premiere, std::size_t derniere) const {
+  const auto debut = avant_.begin() + static_cast<std::ptrdiff_t>(premiere);
+  const auto fin = avant_.begin() + static_cast<std::ptrdiff_t>(derniere);
+  return premiere + static_cast<std::size_t>(std::lower_bound(debut + 1, fin + 1, n) - debut - 1);
+}
+
+void BitsGardes::poser_reperes() {
+  const auto drapeaux = static_cast<std::size_t>(nombre_ - nombre_sans_bit);
+  std::size_t derniere = reperes_.empty() ? 0 : reperes_.back();
+  while (reperes_.size() * pas_repere < drapeaux) {
+    const auto n = static_cast<std::uint32_t>(reperes_.size() * pas_repere + 1);
+    derniere = ligne(n, derniere, avant_.size() - 1);
+    reperes_.push_back(static_cast<std::uint32_t>(derniere));
+  }
 }
 
 std::int64_t BitsGardes::premier(std::int64_t rang) const {
   if (rang <= nombre_sans_bit) return premiers_sans_bit[static_cast<std::size_t>(rang)];
   const auto n = static_cast<std::uint32_t>(rang - nombre_sans_bit);
-  const auto ligne = static_cast<std::size_t>(
-      std::lower_bound(avant_.begin() + 1, avant_.end(), n) - avant_.begin() - 1);
-  const std::size_t o = ligne * octets_par_ligne;
-  const PlaceDuBit place = place_du_bit(octets_.get() + o, n - avant_[ligne]);
+  const std::size_t repere = (n - 1) / pas_repere;
+  const std::size_t fin = repere + 1 < reperes_.size() ? reperes_[repere + 1] : avant_.size() - 1;
+  const std::size_t l = ligne(n, reperes_[repere], fin);
+  const std::size_t o = l * octets_par_ligne;
+  const PlaceDuBit place = place_du_bit(octets_.get() + o, n - avant_[l]);
   return static_cast<std::int64_t>(
       (o + 8 * place.mot) * 30 +
       valeurs_bits[static_cast<std::size_t>(std::countr_zero(place.reste))]);
