@@ -78,7 +78,7 @@ ecm::Point<DeuxMots> multiple(const DeuxMots& a, const ecm::Courbe<DeuxMots>& co
                               const ecm::Point<DeuxMots>& depart, std::uint32_t m) {
   auto bas = depart;
   auto haut = ecm::doubler(a, courbe, depart);
-  for (int i = std::bit_width(m) - 2; i >= 0; --i) {
+  for (int i = static_cast<int>(std::bit_width(m)) - 2; i >= 0; --i) {
     const auto somme = ecm::ajouter(a, haut, bas, depart);
     if ((m >> i & 1) != 0) {
       bas = somme;
