@@ -66,8 +66,8 @@ bool Table::lire_les_bits(std::int64_t v, double cout) {
   // Twice as far, if the table goes so far, so that many steps cost no more than one.
   const std::int64_t utile = std::min(std::max(dernier_.premier, v), BitsGardes::borne_max);
   constexpr std::int64_t un_peu_plus = 30'000;
-  gardes_.etendre(std::max({v, std::min(2 * v, utile),
-                            std::min(v + v / 4 + un_peu_plus, toujours_gardes)}));
+  gardes_.etendre(
+      std::max({v, std::min(2 * v, utile), std::min(v + v / 4 + un_peu_plus, toujours_gardes)}));
   return true;
 }
 
