@@ -22,7 +22,7 @@
 
 #include "features/affiche.h"
 #include "features/premier.h"
-#include "systeme/systeme.h"
+#include "systeme/flux.h"
 #include "tests/reference/etat.h"
 #include "tests/session_en_memoire.h"
 

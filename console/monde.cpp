@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "console/ligne.h"
-#include "systeme/systeme.h"
+#include "systeme/flux.h"
 
 namespace premiers {
 

@@ -8,7 +8,7 @@
 #include "console/entree.h"
 #include "console/sortie.h"
 #include "state/etat.h"
-#include "systeme/systeme.h"
+#include "systeme/terminal.h"
 
 namespace premiers {
 

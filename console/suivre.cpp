@@ -8,7 +8,8 @@
 #include <optional>
 
 #include "console/ligne_de_vie.h"
-#include "systeme/systeme.h"
+#include "systeme/minuterie.h"
+#include "systeme/terminal.h"
 
 namespace premiers {
 

@@ -24,7 +24,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "systeme/systeme.h"
+#include "systeme/memoire.h"
 
 // Last: it defines macros with common names.
 #include <pari/pari.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the program asks of the operating system and can be seen from inside: memory.
-#include "systeme/systeme.h"
+#include "systeme/memoire.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// Nothing is known, so there is no limit.
+#include "systeme/memoire.h"
+
+#include <limits>
+
+namespace premiers::systeme {
+
+std::uint64_t memoire_des_groupes(const std::string& /*racine*/) {
+  return std::numeric_limits<std::uint64_t>::max();
+}
+
+std::uint64_t memoire_libre() { return memoire_des_groupes(); }
+
+}  // namespace premiers::systeme
