@@ -2,6 +2,7 @@
 #include "console/controle.h"
 
 #include <string>
+#include <utility>
 
 #include "state/enroule.h"
 
@@ -32,67 +33,67 @@ std::int64_t valeur_enroulee(std::string_view mot) {
   return enroule(mot.front() == '-' ? 0 - valeur : valeur);
 }
 
-bool accepte_chiffre(Etat& etat, std::string_view mot, char de, char a) {
-  if (mot.size() != 1 || mot.front() < de || mot.front() > a) return false;
-  etat.valeur2 = *valtest(mot.front());
-  return true;
+/// What a word says as an answer; nothing if it is none.
+using Lue = std::optional<Reponse>;
+
+Lue lire_chiffre(std::string_view mot, char de, char a) {
+  if (mot.size() != 1 || mot.front() < de || mot.front() > a) return std::nullopt;
+  return Reponse{.valeur2 = *valtest(mot.front())};
 }
 
-bool accepte_nombre(Etat& etat, std::string_view mot) {
-  if (!est_nombre(mot, "+")) return false;
-  etat.valeur = valeur_enroulee(mot);
-  return !(etat.xn && etat.valeur == 0);
+Lue lire_nombre(std::string_view mot, bool xn) {
+  if (!est_nombre(mot, "+")) return std::nullopt;
+  const std::int64_t valeur = valeur_enroulee(mot);
+  if (xn && valeur == 0) return std::nullopt;
+  return Reponse{.valeur = valeur};
 }
 
-bool accepte_grand_nombre(Etat& etat, std::string_view mot) {
-  if (!est_nombre(mot, "+")) return false;
+Lue lire_grand_nombre(std::string_view mot, bool xn) {
+  if (!est_nombre(mot, "+")) return std::nullopt;
   if (mot.front() == '+') mot.remove_prefix(1);
-  NTL::conv(etat.valeur0, std::string(mot).c_str());
-  return !(etat.xn && NTL::IsZero(etat.valeur0));
+  Reponse lue{.valeur0 = NTL::conv<NTL::ZZ>(std::string(mot).c_str())};
+  if (xn && NTL::IsZero(lue.valeur0)) return std::nullopt;
+  return lue;
 }
 
-bool accepte_nombre_signe(Etat& etat, std::string_view mot) {
-  if (!est_nombre(mot, "+-")) return false;
-  etat.valeur = valeur_enroulee(mot);
-  return true;
+Lue lire_nombre_signe(std::string_view mot) {
+  if (!est_nombre(mot, "+-")) return std::nullopt;
+  return Reponse{.valeur = valeur_enroulee(mot)};
 }
 
 /// "*" alone is a command once more than 2 and 3 are known. One leading "=" is noted and taken
 /// off, whatever follows it.
-bool accepte_commande(Etat& etat, std::string_view mot) {
-  if (mot == "*" && etat.Nprem.np() > 2) {
-    etat.voir = true;
-    return true;
-  }
+Lue lire_commande(Etat& etat, std::string_view mot) {
+  if (mot == "*" && etat.Nprem.np() > 2) return Reponse{.voir = true};
   if (mot.front() == '=') {
     etat.un = true;
     mot.remove_prefix(1);
   }
-  return accepte_nombre_signe(etat, mot);
+  return lire_nombre_signe(mot);
 }
 
-bool accepte(Etat& etat, Cas cas, std::string_view mot) {
+Lue lire_reponse(Etat& etat, Cas cas, std::string_view mot, bool xn) {
   switch (cas) {
     case Cas::oui_non:
-      return accepte_chiffre(etat, mot, '0', '1');
+      return lire_chiffre(mot, '0', '1');
     case Cas::un_deux:
-      return accepte_chiffre(etat, mot, '1', '2');
+      return lire_chiffre(mot, '1', '2');
     case Cas::zero_a_deux:
-      return accepte_chiffre(etat, mot, '0', '2');
+      return lire_chiffre(mot, '0', '2');
     case Cas::menu_principal:
     case Cas::menu_consultation:
-      return accepte_chiffre(etat, mot, '0', '5');
+      return lire_chiffre(mot, '0', '5');
     case Cas::menu_concatenation:
-      return accepte_chiffre(etat, mot, '0', '3');
+      return lire_chiffre(mot, '0', '3');
     case Cas::nombre:
     case Cas::borne:
-      return accepte_nombre(etat, mot);
+      return lire_nombre(mot, xn);
     case Cas::nombre_signe:
-      return accepte_nombre_signe(etat, mot);
+      return lire_nombre_signe(mot);
     case Cas::commande:
-      return accepte_commande(etat, mot);
+      return lire_commande(etat, mot);
     case Cas::grand_nombre:
-      return accepte_grand_nombre(etat, mot);
+      return lire_grand_nombre(mot, xn);
   }
   __builtin_unreachable();
 }
@@ -106,36 +107,29 @@ std::optional<int> valtest(char caract1) {
   return std::nullopt;
 }
 
-void controle(Session& s, Cas cas, std::string_view chaine) {
+Reponse controle(Session& s, Cas cas, std::string_view chaine, bool xn) {
   s.entree.oublier_fin();
   s.sortie.vider_si_tard();
-  s.etat.voir = false;
   int fins = 0;
   for (;;) {
     s.sortie << chaine;
     const Entree::Lecture lecture = s.entree.lire_mot(s.sortie);
     if (lecture == Entree::Lecture::fin) s.monde.fin_entree(fins++);
-    if (lecture == Entree::Lecture::mot && accepte(s.etat, cas, s.entree.mot())) return;
+    if (lecture != Entree::Lecture::mot) continue;
+    if (Lue lue = lire_reponse(s.etat, cas, s.entree.mot(), xn)) return *std::move(lue);
   }
 }
 
 int demander_choix(Session& s, Cas cas, std::string_view chaine) {
-  controle(s, cas, chaine);
-  return s.etat.valeur2;
+  return controle(s, cas, chaine).valeur2;
 }
 
 std::int64_t demander_nombre(Session& s, Cas cas, std::string_view chaine) {
-  s.etat.xn = true;
-  controle(s, cas, chaine);
-  s.etat.xn = false;
-  return s.etat.valeur;
+  return controle(s, cas, chaine, true).valeur;
 }
 
 NTL::ZZ demander_grand_nombre(Session& s, std::string_view chaine) {
-  s.etat.xn = true;
-  controle(s, Cas::grand_nombre, chaine);
-  s.etat.xn = false;
-  return s.etat.valeur0;
+  return controle(s, Cas::grand_nombre, chaine, true).valeur0;
 }
 
 }  // namespace premiers

@@ -68,9 +68,6 @@ constexpr std::string_view travail = "concatenations";
 
 }  // namespace texte
 
-/// The choice of the menu that wants prime N only.
-constexpr int choix_premiers = 3;
-
 /// Every way, as fast as the output takes them.
 void ecrire_chemins(Session& s, const Decoupe& decoupe) {
   constexpr unsigned entre_deux_regards = 1024;
@@ -139,9 +136,9 @@ void concatN(Session& s) {
   } while (demander_choix(s, Cas::oui_non, texte::autre_N) == 1);
 }
 
-void Nconcat(Session& s) {
+void Nconcat(Session& s, bool premiers_seuls) {
   Recherche recherche{};
-  recherche.premiers_seuls = s.etat.choix0 == choix_premiers;
+  recherche.premiers_seuls = premiers_seuls;
   demander_bornes(s, recherche);
   const bool liste = demander_choix(s, Cas::oui_non, texte::effectif_seulement) == 0;
   if (liste) {
@@ -156,12 +153,22 @@ void Nconcat(Session& s) {
 }
 
 void concat(Session& s) {
-  do {
+  for (;;) {
     dessiner(s.sortie, texte::menu);
-    s.etat.choix0 = demander_choix(s, Cas::menu_concatenation, texte::choix);
-    if (s.etat.choix0 == 1) concatN(s);
-    if (s.etat.choix0 == 2 || s.etat.choix0 == choix_premiers) Nconcat(s);
-  } while (s.etat.choix0 != 0);
+    switch (demander_choix(s, Cas::menu_concatenation, texte::choix)) {
+      case 1:
+        concatN(s);
+        break;
+      case 2:
+        Nconcat(s, false);
+        break;
+      case 3:
+        Nconcat(s, true);
+        break;
+      default:
+        return;
+    }
+  }
 }
 
 }  // namespace premiers

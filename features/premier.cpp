@@ -67,36 +67,31 @@ constexpr std::string_view au_dela_de_la_fin =
 /// The table holds 2 and 3 only, as at the start.
 bool au_debut(const Table& Nprem) { return Nprem.np() == 2; }
 
-/// Asks for a command; leaves it in `valeur`, `un` and `voir`.
-void demander_commande(Session& s) {
+/// Asks for a command; whether it began with "=" is left in `un`.
+Reponse demander_commande(Session& s) {
   const Table& Nprem = s.etat.Nprem;
-  if (au_debut(Nprem)) {
-    controle(s, Cas::commande, texte::commande_au_debut);
-  } else {
-    dessiner(s.sortie, texte::situation, {{"np", Nprem.np()}, {"P", Nprem.dernier()}});
-    controle(s, Cas::commande, texte::commande);
-  }
+  if (au_debut(Nprem)) return controle(s, Cas::commande, texte::commande_au_debut);
+  dessiner(s.sortie, texte::situation, {{"np", Nprem.np()}, {"P", Nprem.dernier()}});
+  return controle(s, Cas::commande, texte::commande);
 }
 
 /// A rank already passed (np itself is accepted), or an upper value below the last prime known.
-bool deja_depassee(const Etat& etat) {
-  const std::int64_t K = etat.valeur;
+bool deja_depassee(const Etat& etat, std::int64_t K) {
   return (etat.un && 0 < K && K < etat.Nprem.np()) || (-etat.Nprem.dernier() < K && K < 0);
 }
 
 /// The value of the command as it will be executed: a plain count has become the rank that it leads
 /// to, and wraps around like any sum.
-std::int64_t valeur_a_executer(const Etat& etat) {
-  const bool nombre_de_suivants = !etat.un && etat.valeur > 0;
-  return nombre_de_suivants ? somme_enroulee(etat.valeur, etat.Nprem.np()) : etat.valeur;
+std::int64_t valeur_a_executer(const Etat& etat, std::int64_t valeur) {
+  const bool nombre_de_suivants = !etat.un && valeur > 0;
+  return nombre_de_suivants ? somme_enroulee(valeur, etat.Nprem.np()) : valeur;
 }
 
 /// Whether the command can be executed: it needs no rank and no prime beyond the end of the numbers,
 /// not even the prime that is kept behind an upper value and not shown. If it does, says so on
 /// standard error. What extends nothing always can.
-bool est_possible(Session& s) {
+bool est_possible(Session& s, std::int64_t K) {
   const Table& Nprem = s.etat.Nprem;
-  const std::int64_t K = valeur_a_executer(s.etat);
   const std::int64_t borne = oppose_enroule(K);
   const bool extensible =
       K > 0 ? K <= Table::fin.rang : borne < Nprem.dernier() || borne < Table::fin.premier;
@@ -144,16 +139,13 @@ void lister_les_suivants(Session& s, std::int64_t K) {
   if (K < 0) Nprem.etendre_au_dela(fin);
 }
 
-/// Executes the command left in the state; gives its value.
-std::int64_t executer(Session& s) {
-  const std::int64_t K = valeur_a_executer(s.etat);
+/// Executes the command of value K.
+void executer(Session& s, std::int64_t K) {
   if (s.etat.un) {
     montrer_un_seul(s, K);
   } else {
     lister_les_suivants(s, K);
   }
-  s.etat.un = false;
-  return K;
 }
 
 }  // namespace
@@ -163,14 +155,16 @@ void premier(Session& s) {
   payer_la_dette(s);
   dessiner(s.sortie, texte::accueil, {{"np", etat.Nprem.np()}, {"P", etat.Nprem.dernier()}});
   for (;;) {
-    demander_commande(s);
-    if (etat.voir) {
+    const Reponse commande = demander_commande(s);
+    if (commande.voir) {
       affiche(s);
-    } else if (deja_depassee(etat) || !est_possible(s)) {
-      etat.un = false;
-    } else if (executer(s) == 0) {
-      return;
+      continue;
     }
+    const std::int64_t K = valeur_a_executer(etat, commande.valeur);
+    const bool acceptee = !deja_depassee(etat, commande.valeur) && est_possible(s, K);
+    if (acceptee) executer(s, K);
+    etat.un = false;
+    if (acceptee && K == 0) return;
   }
 }
 

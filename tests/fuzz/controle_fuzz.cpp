@@ -119,28 +119,28 @@ Rendu obtenu(int cas, bool xn, bool etoile, std::string_view tape) {
   std::string ecran;
   auto s = premiers::session_en_memoire(tape, ecran, [](int) { throw FinDeSession(); });
   if (etoile) s.etat.Nprem.etendre_au_rang(3);
-  s.etat.xn = xn;
   Rendu r;
+  premiers::Reponse reponse;
   try {
-    premiers::controle(s, static_cast<premiers::Cas>(cas), "?");
+    reponse = premiers::controle(s, static_cast<premiers::Cas>(cas), "?", xn);
     r.acceptee = true;
     s.sortie.vider();
   } catch (const FinDeSession&) {
   }
   if (ecran.find_first_not_of('?') != std::string::npos) std::abort();
   r.questions = static_cast<int>(ecran.size());
-  r.voir = s.etat.voir;
+  r.voir = reponse.voir;
   r.un = s.etat.un;
   if (r.acceptee && !r.voir) {
     switch (grammaires[static_cast<std::size_t>(cas - 1)].vers) {
       case Vers::valeur2:
-        r.reponse = NTL::ZZ(s.etat.valeur2);
+        r.reponse = NTL::ZZ(reponse.valeur2);
         break;
       case Vers::valeur:
-        r.reponse = NTL::ZZ(s.etat.valeur);
+        r.reponse = NTL::ZZ(reponse.valeur);
         break;
       case Vers::valeur0:
-        r.reponse = s.etat.valeur0;
+        r.reponse = reponse.valeur0;
         break;
     }
   }

@@ -29,9 +29,9 @@ struct Dialogue {
   Dialogue& operator=(const Dialogue&) = delete;
 
   /// Asks once; whether a word was accepted before the end.
-  bool demander(Cas cas) {
+  bool demander(Cas cas, bool xn = false) {
     try {
-      controle(s, cas, "?");
+      reponse = controle(s, cas, "?", xn);
     } catch (const PlusRien&) {
       return false;
     }
@@ -41,25 +41,25 @@ struct Dialogue {
 
   std::string ecran;
   Session s;
+  Reponse reponse;  // the last one
 };
 
 /// Whether the very first word is accepted.
 bool accepte(Cas cas, std::string_view mot, bool xn = false) {
   Dialogue d(mot);
-  d.s.etat.xn = xn;
-  return d.demander(cas);
+  return d.demander(cas, xn);
 }
 
 std::int64_t valeur(Cas cas, std::string_view mot) {
   Dialogue d(mot);
   EXPECT_TRUE(d.demander(cas)) << mot;
-  return d.s.etat.valeur;
+  return d.reponse.valeur;
 }
 
 std::string valeur0(std::string_view mot) {
   Dialogue d(mot);
   EXPECT_TRUE(d.demander(Cas::grand_nombre)) << mot;
-  d.s.sortie << d.s.etat.valeur0;
+  d.s.sortie << d.reponse.valeur0;
   d.s.sortie.vider();
   return d.ecran.substr(1);
 }
@@ -101,7 +101,7 @@ TEST(MenuModes, AcceptExactlyOneDigitOfTheirOwn) {
       const bool attendu = c >= mode.de && c <= mode.a;
       ASSERT_EQ(d.demander(mode.cas), attendu) << static_cast<int>(mode.cas) << " " << c;
       if (attendu) {
-        EXPECT_EQ(d.s.etat.valeur2, c - '0');
+        EXPECT_EQ(d.reponse.valeur2, c - '0');
       }
     }
     for (const std::string_view mot : {"01", "00", "10", "11", "+1", "-1", "1a", "=1", "*"}) {
@@ -208,39 +208,29 @@ TEST(CommandMode, StarOpensOnlyWhenMoreThanTwoPrimesAreKnown) {
   EXPECT_FALSE(accepte(Cas::commande, "*"));
   Dialogue d("8 * 9 =* **");
   ASSERT_TRUE(d.demander(Cas::commande));
-  EXPECT_FALSE(d.s.etat.voir);
+  EXPECT_FALSE(d.reponse.voir);
   d.s.etat.Nprem.etendre_au_rang(3);
   ASSERT_TRUE(d.demander(Cas::commande));
-  EXPECT_TRUE(d.s.etat.voir);
+  EXPECT_TRUE(d.reponse.voir);
   EXPECT_FALSE(d.s.etat.un);
-  EXPECT_EQ(d.s.etat.valeur, 8) << "the star leaves the last number as it was";
   ASSERT_TRUE(d.demander(Cas::commande));
-  EXPECT_FALSE(d.s.etat.voir) << "every question begins without the star";
-  EXPECT_EQ(d.s.etat.valeur, 9);
+  EXPECT_FALSE(d.reponse.voir) << "every question begins without the star";
+  EXPECT_EQ(d.reponse.valeur, 9);
   EXPECT_FALSE(d.demander(Cas::commande));
-  EXPECT_FALSE(d.s.etat.voir);
   EXPECT_TRUE(d.s.etat.un);
-}
-
-TEST(CommandMode, AnotherQuestionAlsoBeginsWithoutTheStar) {
-  Dialogue d("* 0");
-  d.s.etat.Nprem.etendre_au_rang(3);
-  ASSERT_TRUE(d.demander(Cas::commande));
-  ASSERT_TRUE(d.demander(Cas::menu_consultation));
-  EXPECT_FALSE(d.s.etat.voir);
 }
 
 TEST(CommandMode, OneLeadingEqualIsNotedAndTakenOff) {
   Dialogue d("=-12 =+7 =0");
   ASSERT_TRUE(d.demander(Cas::commande));
   EXPECT_TRUE(d.s.etat.un);
-  EXPECT_EQ(d.s.etat.valeur, -12);
+  EXPECT_EQ(d.reponse.valeur, -12);
   d.s.etat.un = false;
   ASSERT_TRUE(d.demander(Cas::commande));
   EXPECT_TRUE(d.s.etat.un);
-  EXPECT_EQ(d.s.etat.valeur, 7);
+  EXPECT_EQ(d.reponse.valeur, 7);
   ASSERT_TRUE(d.demander(Cas::commande));
-  EXPECT_EQ(d.s.etat.valeur, 0);
+  EXPECT_EQ(d.reponse.valeur, 0);
 }
 
 TEST(CommandMode, TheEqualStaysNotedWhateverFollows) {
@@ -249,12 +239,12 @@ TEST(CommandMode, TheEqualStaysNotedWhateverFollows) {
     d.s.etat.Nprem.etendre_au_rang(3);
     ASSERT_TRUE(d.demander(Cas::commande));
     EXPECT_EQ(d.ecran, "??") << refuse;
-    EXPECT_EQ(d.s.etat.valeur, 5);
+    EXPECT_EQ(d.reponse.valeur, 5);
     EXPECT_TRUE(d.s.etat.un) << refuse;
     ASSERT_TRUE(d.demander(Cas::commande));
     EXPECT_TRUE(d.s.etat.un) << "a question never clears it";
     ASSERT_TRUE(d.demander(Cas::commande));
-    EXPECT_TRUE(d.s.etat.voir);
+    EXPECT_TRUE(d.reponse.voir);
     EXPECT_TRUE(d.s.etat.un);
   }
 }
@@ -268,9 +258,9 @@ TEST(Refusal, PrintsThePromptAgainAndNothingElse) {
 TEST(Refusal, WhatStaysOnTheLineAnswersTheNextQuestion) {
   Dialogue d(" 3 4\n");
   ASSERT_TRUE(d.demander(Cas::menu_principal));
-  EXPECT_EQ(d.s.etat.valeur2, 3);
+  EXPECT_EQ(d.reponse.valeur2, 3);
   ASSERT_TRUE(d.demander(Cas::menu_principal));
-  EXPECT_EQ(d.s.etat.valeur2, 4);
+  EXPECT_EQ(d.reponse.valeur2, 4);
 }
 
 TEST(LongWords, HundredNinetyNineCharactersAreTheLimit) {
@@ -286,11 +276,11 @@ TEST(LongWords, TheEqualCountsAsACharacter) {
   Dialogue d(std::string("=1") + std::string(198, '0') + " 3");
   ASSERT_TRUE(d.demander(Cas::commande));
   EXPECT_EQ(d.ecran, "??");
-  EXPECT_EQ(d.s.etat.valeur, 3);
+  EXPECT_EQ(d.reponse.valeur, 3);
   EXPECT_FALSE(d.s.etat.un) << "the word is refused as it was typed";
   Dialogue juste(std::string("=1") + std::string(197, '0'));
   ASSERT_TRUE(juste.demander(Cas::commande));
-  EXPECT_EQ(juste.s.etat.valeur, 0);
+  EXPECT_EQ(juste.reponse.valeur, 0);
   EXPECT_TRUE(juste.s.etat.un);
 }
 
@@ -300,7 +290,7 @@ TEST(NulByte, RefusesTheWholeWord) {
     Dialogue d(std::string(mot) + " 4");
     ASSERT_TRUE(d.demander(Cas::commande));
     EXPECT_EQ(d.ecran, "??");
-    EXPECT_EQ(d.s.etat.valeur, 4);
+    EXPECT_EQ(d.reponse.valeur, 4);
     EXPECT_FALSE(d.s.etat.un);
   }
 }
@@ -320,13 +310,11 @@ TEST(EndOfInput, RepeatsThePromptAndCountsWithinOneQuestion) {
   EXPECT_EQ(ecran, "abbbccc") << "each prompt is seen before the end is dealt with";
 }
 
-TEST(Questions, RefuseZeroAndLeaveXnClear) {
+TEST(Questions, ForNumbersRefuseZero) {
   std::string ecran;
   Session s = session_en_memoire("0 5 0 6 3", ecran, [](int) { throw PlusRien(); });
   EXPECT_EQ(demander_nombre(s, Cas::borne, "?"), 5);
-  EXPECT_FALSE(s.etat.xn);
   EXPECT_EQ(demander_grand_nombre(s, "?"), 6);
-  EXPECT_FALSE(s.etat.xn);
   EXPECT_EQ(demander_choix(s, Cas::menu_principal, "?"), 3);
 }
 
