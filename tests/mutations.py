@@ -90,7 +90,7 @@ NOMMEES = [
     ("controle: commande", "console/controle.cpp", None, "Cas::commande"),
     ("controle: grand_nombre", "console/controle.cpp", None, "Cas::grand_nombre"),
     ("controle: borne", "console/controle.cpp", None, "Cas::borne"),
-    ("controle: voir is reset", "console/controle.cpp", "s.etat.voir = false;", ""),
+    ("controle: zero is refused", "console/controle.cpp", "chaine, true).valeur;", "chaine).valeur;"),
     ("words: 199 characters", "console/entree.cpp", "l1_ + n <= longueur_max",
      "l1_ + n < longueur_max"),
     ("words: NUL bytes", "console/entree.cpp", "'\\0') == fin_mot", "'\\1') == fin_mot"),
@@ -104,8 +104,8 @@ NOMMEES = [
      "Dernier nombre calcule :"),
     ("screen: ranked listing, refusal", "features/premier.cpp", "K < etat.Nprem.np())",
      "K <= etat.Nprem.np())"),
-    ("screen: ranked listing, = is forgotten", "features/premier.cpp", "      etat.un = false;",
-     "      etat.un = true;"),
+    ("screen: ranked listing, = is forgotten", "features/premier.cpp", "    etat.un = false;",
+     "    etat.un = true;"),
     ("screen: ranked listing, last rank", "features/premier.cpp", "Nprem.lire(Nprem.np() - 1)",
      "Nprem.lire(Nprem.np())"),
     ("screen: blocks", "console/entrees.h", "(rang - 1) % 100", "rang % 100"),
@@ -123,8 +123,8 @@ NOMMEES = [
     ("screen: decomposition, exponent", "features/decomp.cpp", "exposant != 1", "exposant != 2"),
     ("screen: concatenations", "features/concat.cpp", "recherche.debut > recherche.fin",
      "recherche.debut >= recherche.fin"),
-    ("screen: concatenations, choice 3", "features/concat.cpp", "choix_premiers = 3",
-     "choix_premiers = 2"),
+    ("screen: concatenations, choice 3", "features/concat.cpp", "Nconcat(s, true)",
+     "Nconcat(s, false)"),
 ]
 
 # What is drawn: text, and what it becomes.
