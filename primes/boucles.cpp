@@ -9,6 +9,7 @@
 #include "primes/crible/touches.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
+#include "primes/facteurs/huit.h"
 #include "primes/quadratique/vecteurs.h"
 
 namespace premiers {
@@ -35,7 +36,8 @@ std::vector<Boucle> boucles() {
           decrire("compte_p2", versions_de_compte_p2()),
           decrire("vecteurs", quadratique::versions_des_vecteurs()),
           decrire("facteur_ecm", versions_de_facteur_ecm()),
-          decrire("facteur_ecm_long", versions_de_facteur_ecm_long())};
+          decrire("facteur_ecm_long", versions_de_facteur_ecm_long()),
+          decrire("huit_courbes", ecm::Huit::versions_des_noyaux())};
 }
 
 }  // namespace premiers

@@ -7,10 +7,13 @@
 #include <cstddef>
 
 #include "primes/facteurs/ecm_grand.h"
+#include "primes/facteurs/ecm_huit.h"
 #include "primes/facteurs/facteurs_longs.h"
 
 namespace premiers {
 namespace {
+
+using namespace ecm;
 
 struct Niveau {
   double chiffres;
@@ -36,48 +39,61 @@ std::uint64_t courbes_jusqu_a(std::size_t i, double profondeur) {
       std::lround(static_cast<double>(n.courbes) * std::clamp(part, 0.0, 1.0)));
 }
 
-/// No curve is taken twice, nor one of those of facteurs_longs.h.
+/// No curve is taken twice, nor one of those of facteurs_longs.h; eight at a time may go a little beyond
+/// the end of a level.
 std::uint64_t sigma(const Echelle& etat) {
   std::uint64_t s = 10000;
-  for (unsigned i = 0; i < etat.niveau; ++i) s += niveaux[i].courbes;
+  for (unsigned i = 0; i < etat.niveau; ++i) s += niveaux[i].courbes + Huit::voies;
   return s + etat.courbe;
 }
 
-std::optional<NTL::ZZ> facteur_moins_un(const NTL::ZZ& n, std::uint64_t b1, const Suivi& suivi) {
-  if (b1 == 0) return std::nullopt;
+/// The next curves: eight together, where the processor has a way, or one.
+std::vector<NTL::ZZ> essayer_les_suivantes(const NTL::ZZ& n, const BornesLongues& bornes,
+                                           Echelle& etat, const Suivi& suivi) {
+  const std::uint64_t s = sigma(etat);
+  if (const auto noyaux = Huit::noyaux_d_ici()) {
+    etat.courbe += Huit::voies;
+    return essayer_huit_courbes(n, s, bornes, noyaux, suivi);
+  }
+  ++etat.courbe;
+  const NTL::ZZ f = essayer_courbe(n, s, bornes, suivi);
+  if (f != 1) return {f};
+  return {};
+}
+
+std::vector<NTL::ZZ> facteurs_moins_un(const NTL::ZZ& n, std::uint64_t b1, const Suivi& suivi) {
+  if (b1 == 0) return {};
   const std::uint64_t b2 = std::min(b2_par_b1 * b1, b2_moins_un_max);
-  if (const NTL::ZZ f = ecm::essayer_p_moins_un(n, b1, b2, suivi); f != 1) return f;
-  return std::nullopt;
+  if (const NTL::ZZ f = essayer_p_moins_un(n, b1, b2, suivi); f != 1) return {f};
+  return {};
 }
 
 /// The curves of the level that are still to be done, `fin` in all.
-std::optional<NTL::ZZ> facteur_du_niveau(const NTL::ZZ& n, std::uint64_t fin, Echelle& etat,
-                                         const Suivi& suivi) {
+std::vector<NTL::ZZ> facteurs_du_niveau(const NTL::ZZ& n, std::uint64_t fin, Echelle& etat,
+                                        const Suivi& suivi) {
   const Niveau& niveau = niveaux[etat.niveau];
-  if (etat.courbe >= fin) return std::nullopt;
+  if (etat.courbe >= fin) return {};
   if (etat.courbe == 0) {
-    if (auto f = facteur_moins_un(n, niveau.moins_un, suivi)) return f;
+    if (auto f = facteurs_moins_un(n, niveau.moins_un, suivi); !f.empty()) return f;
   }
-  const ecm::BornesLongues bornes{niveau.b1, b2_par_b1 * niveau.b1, suivi};
+  const BornesLongues bornes{niveau.b1, b2_par_b1 * niveau.b1, suivi};
   while (etat.courbe < fin) {
-    const NTL::ZZ f = ecm::essayer_courbe(n, sigma(etat), bornes, suivi);
-    ++etat.courbe;
-    if (f != 1) return f;
+    if (auto f = essayer_les_suivantes(n, bornes, etat, suivi); !f.empty()) return f;
   }
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace
 
-std::optional<NTL::ZZ> facteur_par_echelle(const NTL::ZZ& n, double profondeur, Echelle& etat,
-                                           const Suivi& suivi) {
-  if (NTL::NumBits(n) > bits_facteur_long) return std::nullopt;
+std::vector<NTL::ZZ> facteurs_par_echelle(const NTL::ZZ& n, double profondeur, Echelle& etat,
+                                          const Suivi& suivi) {
+  if (NTL::NumBits(n) > bits_facteur_long) return {};
   for (; etat.niveau < niveaux.size(); ++etat.niveau, etat.courbe = 0) {
     const std::uint64_t fin = courbes_jusqu_a(etat.niveau, profondeur);
-    if (auto f = facteur_du_niveau(n, fin, etat, suivi)) return f;
-    if (fin < niveaux[etat.niveau].courbes) return std::nullopt;
+    if (auto f = facteurs_du_niveau(n, fin, etat, suivi); !f.empty()) return f;
+    if (fin < niveaux[etat.niveau].courbes) return {};
   }
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace premiers

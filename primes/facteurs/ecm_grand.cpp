@@ -22,6 +22,7 @@ NTL::ZZ facteur_propre(const NTL::ZZ& g, const NTL::ZZ& n) { return g == n ? NTL
 BornesLongues::BornesLongues(std::uint64_t borne1, std::uint64_t borne2, const Suivi& suivi)
     : b1{borne1},
       b2{borne2},
+      debut{multiplicateurs(2, b1_maximal, suivi)},
       liste{multiplicateurs(b1_maximal, b1, suivi)},
       rangees{b1, b2, suivi} {
   assert(b1 >= b1_maximal);

@@ -18,7 +18,8 @@ namespace premiers::ecm {
 /// curve; memory 0.11 b2 bits and 8 bytes a prime below b1: 2 MB for (10^6, 10^8).
 struct BornesLongues {
   std::uint64_t b1, b2;
-  std::vector<Multiplicateur> liste;
+  std::vector<Multiplicateur> debut;  ///< from 2 to lcm(1..b1_maximal)
+  std::vector<Multiplicateur> liste;  ///< from there to lcm(1..b1)
   Rangees rangees;
 
   /// 2000 <= b1 < b2, b1 < 2^31.

@@ -35,6 +35,17 @@ struct Multiplicateur {
 std::vector<Multiplicateur> multiplicateurs(std::uint64_t debut, std::uint64_t fin,
                                             const Suivi& suivi = {});
 
+/// r becomes p + q or 2 p. A ring whose points are costly to copy has its own (ecm_huit.cpp).
+template <class A>
+void ajouter_dans(const A& a, Point<A>& r, const Point<A>& p, const Point<A>& q,
+                  const Point<A>& ecart) {
+  r = ajouter(a, p, q, ecart);
+}
+template <class A>
+void doubler_dans(const A& a, const Courbe<A>& c, Point<A>& r, const Point<A>& p) {
+  r = doubler(a, c, p);
+}
+
 /// A walk along chains: four points, of which three mean something, are exchanged by their
 /// addresses.
 template <class A>
@@ -53,23 +64,23 @@ struct Marche {
   Marche(const Marche&) = delete;
   Marche& operator=(const Marche&) = delete;
 
-  void doubler_dans(Point<A>*& x) {
-    *libre = doubler(a, courbe, *x);
+  void doubler(Point<A>*& x) {
+    doubler_dans(a, courbe, *libre, *x);
     std::swap(libre, x);
   }
   /// x + y, whose difference is z, takes the place of `vers`.
-  void ajouter_dans(Point<A>*& vers, const Point<A>* x, const Point<A>* y, const Point<A>* z) {
-    *libre = ajouter(a, *x, *y, *z);
+  void ajouter(Point<A>*& vers, const Point<A>* x, const Point<A>* y, const Point<A>* z) {
+    ajouter_dans(a, *libre, *x, *y, *z);
     std::swap(libre, vers);
   }
 
   void multiplier(const Multiplicateur& m) {
-    if (m.r == 0) return doubler_dans(u);
+    if (m.r == 0) return doubler(u);
     std::uint32_t d = m.p - m.r;
     std::uint32_t e = 2 * m.r - m.p;
     *v = *u;  // p u = d (2u) + e u
     *ecart = *u;
-    doubler_dans(u);
+    doubler(u);
     while (d != e) {
       if (d < e) {
         std::swap(d, e);
@@ -77,26 +88,26 @@ struct Marche {
       }
       pas(d, e);
     }
-    ajouter_dans(u, u, v, ecart);
+    ajouter(u, u, v, ecart);
   }
 
   /// One step: what is wanted stays d u + e v, d > e.
   void pas(std::uint32_t& d, std::uint32_t& e) {
     if (d <= 4 * std::uint64_t{e}) {  // (d - e) u + e (u + v)
-      ajouter_dans(ecart, u, v, ecart);
+      ajouter(ecart, u, v, ecart);
       std::swap(v, ecart);
       d -= e;
     } else if (d % 2 == e % 2) {  // (d - e)/2 2u + e (u + v)
-      ajouter_dans(v, u, v, ecart);
-      doubler_dans(u);
+      ajouter(v, u, v, ecart);
+      doubler(u);
       d = (d - e) / 2;
     } else if (d % 2 == 0) {  // d/2 2u + e v, and 2u - v = u + (u - v)
-      ajouter_dans(ecart, u, ecart, v);
-      doubler_dans(u);
+      ajouter(ecart, u, ecart, v);
+      doubler(u);
       d /= 2;
     } else {  // d u + e/2 2v, and u - 2v = (u - v) - v
-      ajouter_dans(ecart, ecart, v, u);
-      doubler_dans(v);
+      ajouter(ecart, ecart, v, u);
+      doubler(v);
       e /= 2;
     }
   }

@@ -98,8 +98,8 @@ double profondeur(long bits) {
   return std::min(20 + 0.122 * (taille - bits_echelle), 4.0 / 13 * chiffres_par_bit * taille);
 }
 
-/// Proper factors of the composite n, which is no perfect power and has no small factor: one, or
-/// all of its primes where they come together. `echelle` is what curves have been tried.
+/// Proper factors of the composite n, which is no perfect power and has no small factor; several where
+/// they come together. `echelle` is what curves have been tried.
 std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& suivi) {
   const long bits = NTL::NumBits(n);
   if (bits <= bits_ecm_seule) {
@@ -107,7 +107,8 @@ std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& su
   } else if (const auto f = facteur_court(n, echelle, suivi)) {
     return {*f};
   }
-  if (const auto f = facteur_par_echelle(n, profondeur(bits), echelle, suivi)) return {*f};
+  auto trouves = facteurs_par_echelle(n, profondeur(bits), echelle, suivi);
+  if (!trouves.empty()) return trouves;
   if (bits <= bits_crible) {
     if (const auto f = facteur_quadratique(n, suivi)) return {*f};
   }
@@ -140,7 +141,9 @@ void decomposer(Facteurs& resultat, const NTL::ZZ& n, std::int64_t exposant, Ech
     decomposer(resultat, puissance->base, exposant * puissance->exposant, {}, suivi);
   } else {
     NTL::ZZ reste = n;
-    for (const NTL::ZZ& d : diviser(n, echelle, suivi)) {
+    for (const NTL::ZZ& trouve : diviser(n, echelle, suivi)) {
+      const NTL::ZZ d = NTL::GCD(trouve, reste);  // those before it may have taken a part
+      if (d == 1) continue;
       std::int64_t fois = 0;
       for (; NTL::divide(reste, reste, d) != 0; ++fois) {
       }

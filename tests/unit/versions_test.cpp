@@ -25,6 +25,7 @@
 #include "primes/compte/tables.h"
 #include "primes/crible/precrible.h"
 #include "primes/crible/touches.h"
+#include "primes/facteurs/ecm_huit.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
 #include "primes/quadratique/vecteurs.h"
@@ -419,6 +420,25 @@ TEST(Versions, EllipticCurvesOnManyWords) {
       const auto f = chercher(p * q, {256, 300, 15000}, 0, {});
       ASSERT_TRUE(f.has_value()) << p << " * " << q;
       EXPECT_TRUE(*f == p || *f == q) << p << " * " << q;
+    });
+  }
+}
+
+/// The same eight curves find the same, in vectors or one by one.
+TEST(Versions, EightCurvesAtATime) {
+  const NTL::ZZ p{33554520197234177};  // the last curve: 2^6 3 11 29 59 73 263 283 1709
+  constexpr std::uint64_t sigma = 1691973485 - 7;
+  const ecm::BornesLongues bornes{2000, 4000};
+  for (const long bits : {107, 203, 204, 205, 411, 607}) {
+    const NTL::ZZ n = p * NTL::NextPrime(NTL::power2_ZZ(bits - 55));
+    pour_chaque_version("huit_courbes", ecm::Huit::versions_des_noyaux(), [&](auto noyaux) {
+      std::vector<NTL::ZZ> trouves;
+      if (noyaux != nullptr) {
+        trouves = ecm::essayer_huit_courbes(n, sigma, bornes, noyaux);
+      } else if (const NTL::ZZ f = ecm::essayer_courbe(n, sigma + 7, bornes); f != 1) {
+        trouves.push_back(f);
+      }
+      EXPECT_EQ(trouves, std::vector{p}) << bits;
     });
   }
 }

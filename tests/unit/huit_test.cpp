@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+// The ring of eight lanes: its kernels, in every version that can run here, against NTL's integers.
+#include "primes/facteurs/huit.h"
+
+#include <NTL/ZZ.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <utility>
+
+#include "primes/arithmetique/processeur.h"
+#include "primes/facteurs/huit_noyaux.h"
+
+namespace premiers::ecm {
+namespace {
+
+using NTL::ZZ;
+
+std::string texte(const ZZ& n) {
+  std::string r;
+  for (ZZ x = n; r.empty() || x != 0; x /= 10) {
+    r.insert(r.begin(), static_cast<char>('0' + NTL::to_int(x % 10)));
+  }
+  return r;
+}
+
+/// Calls f with the kernels of every version that this processor can run.
+template <class F>
+void pour_chaque_version(const F& f) {
+  bool une = false;
+  for (const auto& [besoin, noyaux] : Huit::versions_des_noyaux()) {
+    if (noyaux == nullptr || !jouable(besoin)) continue;
+    une = true;
+    SCOPED_TRACE(nommer(besoin));
+    f(noyaux);
+  }
+  if (!une) GTEST_SKIP() << "no processor for eight lanes";
+}
+
+/// Odd moduli of every length, just within it and just beyond the one before.
+template <class F>
+void pour_chaque_module(const F& f) {
+  for (std::size_t k = Huit::membres_min; k <= Huit::membres_max; ++k) {
+    const long bits = Huit::bits_maximum(k);
+    const ZZ petit = NTL::power2_ZZ(k == Huit::membres_min ? 65 : Huit::bits_maximum(k - 1)) + 1;
+    for (const ZZ& n : {petit, NTL::power2_ZZ(bits) - 1, NTL::power2_ZZ(bits) - 59,
+                        NTL::RandomBits_ZZ(bits - 1) / 2 * 2 + NTL::power2_ZZ(bits - 1) + 1}) {
+      SCOPED_TRACE(std::to_string(k) + " limbs, n = " + texte(n));
+      f(n);
+    }
+  }
+}
+
+/// The ends of the range first, then anything.
+Huit::Nombres au_hasard(const ZZ& n) {
+  Huit::Nombres x{ZZ{0}, ZZ{1}, n - 1, n / 2};
+  for (std::size_t j = 4; j < x.size(); ++j) x[j] = NTL::RandomBnd(n);
+  return x;
+}
+
+TEST(Huit, EntersAndReads) {
+  pour_chaque_version([](auto noyaux) {
+    pour_chaque_module([&](const ZZ& n) {
+      const Huit a(n, noyaux);
+      const auto x = au_hasard(n);
+      EXPECT_EQ(a.lire(a.entrer(x)), x);
+    });
+  });
+}
+
+/// Sums of products, differences, and products of both, in all orders: a residue may be as lazy as the
+/// ring allows, and a kernel's result may be one of its arguments.
+TEST(Huit, ComputesAsIntegersDo) {
+  NTL::SetSeed(ZZ{5});
+  pour_chaque_version([](auto noyaux) {
+    pour_chaque_module([&](const ZZ& n) {
+      const Huit a(n, noyaux);
+      auto x = au_hasard(n);
+      auto y = au_hasard(n);
+      std::swap(y[2], y[4]);
+      auto rx = a.entrer(x);
+      auto ry = a.entrer(y);
+      for (int fois = 0; fois < 20; ++fois) {
+        Huit::Nombres s, d;
+        for (std::size_t j = 0; j < x.size(); ++j) {
+          s[j] = (x[j] + y[j]) % n;
+          d[j] = (n + x[j] - y[j]) % n;
+          x[j] = s[j] * s[j] % n;
+          y[j] = s[j] * d[j] % n;
+        }
+        const auto rs = a.somme(rx, ry);
+        auto rd = a.difference(rx, ry);
+        EXPECT_EQ(a.lire(rs), s);
+        rx = a.carre(rs);
+        a.noyaux.produit(a.module, rd, rs, rd);
+        ry = rd;
+        ASSERT_EQ(a.lire(rx), x);
+        ASSERT_EQ(a.lire(ry), y);
+      }
+    });
+  });
+}
+
+TEST(Huit, TheDifferenceOfEqualsIsAMultipleOfN) {
+  pour_chaque_version([](auto noyaux) {
+    pour_chaque_module([&](const ZZ& n) {
+      const Huit a(n, noyaux);
+      const auto x = a.produit(a.entrer(au_hasard(n)), a.entrer(au_hasard(n)));
+      for (const ZZ& zero : a.lire(a.difference(x, x))) EXPECT_EQ(zero, 0);
+    });
+  });
+}
+
+}  // namespace
+}  // namespace premiers::ecm
