@@ -27,6 +27,7 @@
 #include "primes/crible/touches.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
+#include "primes/facteurs/restes.h"
 #include "primes/quadratique/vecteurs.h"
 #include "tests/chemins.h"
 
@@ -421,6 +422,43 @@ TEST(Versions, EllipticCurvesOnManyWords) {
       EXPECT_TRUE(*f == p || *f == q) << p << " * " << q;
     });
   }
+}
+
+// ---- Small factors ---------------------------------------------------------------------------
+
+TEST(Versions, RemaindersByManyPrimes) {
+  // The first primes, those around a power of two, and the last below the bound.
+  Nombres premiers;
+  for (const std::uint32_t de : {2U, 65'000U, 8'388'000U, borne_restes - 600}) {
+    for (std::uint32_t p = de, n = 0; p < borne_restes && n < 40; ++p) {
+      if (NTL::ProbPrime(static_cast<long>(p)) == 0) continue;
+      premiers.push_back(p);
+      ++n;
+    }
+  }
+  premiers.resize(premiers.size() / largeur_restes * largeur_restes);
+  ASSERT_GE(premiers.size(), 128U);
+  NTL::SetSeed(NTL::ZZ{28});
+  std::vector<NTL::ZZ> nombres{NTL::ZZ{0}, NTL::ZZ{1}, NTL::ZZ{premiers.back()}};
+  for (long bits = 1; bits <= 700; ++bits) {
+    nombres.push_back(NTL::RandomLen_ZZ(bits));
+    nombres.push_back(NTL::power2_ZZ(bits) - 1);
+    nombres.push_back(nombres[nombres.size() - 2] * premiers[nombres.size() % premiers.size()]);
+  }
+  pour_chaque_version("restes", versions_de_restes(), [&](Restes restes) {
+    for (const NTL::ZZ& N : nombres) {
+      const auto chiffres = chiffres_de_28_bits(N);
+      for (const std::size_t n : {largeur_restes, premiers.size()}) {
+        Nombres manques(n + 1, 77);
+        restes(chiffres, premiers.data(), manques.data(), n);
+        ASSERT_EQ(manques.back(), 77U) << "wrote behind the end";
+        for (std::size_t i = 0; i < n; ++i) {
+          const long p = premiers[i];
+          ASSERT_EQ(manques[i], (p - N % p) % p) << N << " by " << p;
+        }
+      }
+    }
+  });
 }
 
 // ---- What ran --------------------------------------------------------------------------------
