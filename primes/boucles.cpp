@@ -3,6 +3,7 @@
 
 #include "primes/arithmetique/bits.h"
 #include "primes/compte/faciles.h"
+#include "primes/compte/lot.h"
 #include "primes/compte/p2.h"
 #include "primes/compte/segment.h"
 #include "primes/crible/precrible.h"
@@ -32,6 +33,7 @@ std::vector<Boucle> boucles() {
           decrire("touches", versions_de_touches()),
           decrire("precribler", versions_de_precribler()),
           decrire("segment", SegmentCompte::versions_des_noyaux()),
+          decrire("lot", versions_du_lot()),
           decrire("feuilles_faciles", versions_de_feuilles_faciles()),
           decrire("compte_p2", versions_de_compte_p2()),
           decrire("vecteurs", quadratique::versions_des_vecteurs()),
