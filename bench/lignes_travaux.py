@@ -2,7 +2,7 @@
 """The rows of the concatenations and of the big numbers."""
 from lignes import Cote, Exigence, Ligne, decompositions, entiers, produits_en_chiffres, ratio
 from lignes_moteur import factor, gp_facteurs, session
-from reponses import (effectif, entier_seul, est_premier_dit, facteurs, recherche, voies,
+from reponses import (effectif, entier_seul, est_premier_dit, facteurs, recherche, rien, voies,
                       voies_gp)
 
 GROUPES = ("Concatenations", "Integers of any size")
@@ -16,6 +16,20 @@ def chercher(choix, debut, fin, seulement):
 def gp_script(o, texte, nom, lire, **reste):
     corps = "default(nbthreads, 1);\n" + texte + (o.bench / nom).read_text()
     return Cote("gp", ["gp", "-q", "-f"], corps, lire, **reste)
+
+
+def lignes_de_nombres_ronds(o):
+    """Round numbers are as quick as others: a search against the mean of three that begin anywhere
+    among the numbers of as many digits. Nothing but their time can be compared."""
+    def ligne(k, choix):
+        debuts = entiers(3, 10**k, 10**(k + 1), k)
+        quoi = {2: "concatenations", 3: "prime concatenations"}[choix]
+        ailleurs = "".join(chercher(choix, n, n + 10**5, True).removesuffix("0\n") for n in debuts)
+        return Ligne(GROUPES[0], f"{quoi} from 10^{k} to 10^{k} + 10^5, count alone",
+                     session(o, chercher(choix, 10**k, 10**k + 10**5, True), rien),
+                     [Cote("from random digits", [o.programme], ailleurs + "0\n", statut=1,
+                           unites=len(debuts))], ratio(1.5, 1.0), lente=True)
+    return [ligne(k, choix) for k in (24, 30, 40, 60, 100) for choix in (2, 3)]
 
 
 def lignes_de_concatenations(o):
@@ -45,6 +59,11 @@ def lignes_de_concatenations(o):
               session(o, chercher(2, 10**18, 10**18 + 10**5, True), effectif),
               [gp_script(o, "debut=10^18; fin=10^18+10^5;\n", "concat_intervalle.gp",
                          entier_seul)], ratio(0.1), lente=True),
+        Ligne(GROUPES[0], "concatenations from 10^30 to 10^30 + 10^4, count alone",
+              session(o, chercher(2, 10**30, 10**30 + 10**4, True), effectif),
+              [gp_script(o, "debut=10^30; fin=10^30+10^4;\n", "concat_intervalle.gp",
+                         entier_seul)], ratio(0.1, 0.03), lente=True),
+        *lignes_de_nombres_ronds(o),
         Ligne(GROUPES[0], "the ways to cut 2357 written ten times, to a file",
               session(o, f"4\n1\n{n}\n0\n0\n0\n", voies),
               [gp_script(o, f'N={n}; sortie="{chemins}";\n', "concat_chemins.gp",

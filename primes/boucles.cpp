@@ -3,6 +3,7 @@
 
 #include "primes/arithmetique/bits.h"
 #include "primes/compte/faciles.h"
+#include "primes/compte/lot.h"
 #include "primes/compte/p2.h"
 #include "primes/compte/segment.h"
 #include "primes/crible/precrible.h"
@@ -10,6 +11,7 @@
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
 #include "primes/facteurs/huit.h"
+#include "primes/facteurs/restes.h"
 #include "primes/quadratique/vecteurs.h"
 
 namespace premiers {
@@ -32,9 +34,11 @@ std::vector<Boucle> boucles() {
           decrire("touches", versions_de_touches()),
           decrire("precribler", versions_de_precribler()),
           decrire("segment", SegmentCompte::versions_des_noyaux()),
+          decrire("lot", versions_du_lot()),
           decrire("feuilles_faciles", versions_de_feuilles_faciles()),
           decrire("compte_p2", versions_de_compte_p2()),
           decrire("vecteurs", quadratique::versions_des_vecteurs()),
+          decrire("restes", versions_de_restes()),
           decrire("facteur_ecm", versions_de_facteur_ecm()),
           decrire("facteur_ecm_long", versions_de_facteur_ecm_long()),
           decrire("huit_courbes", ecm::Huit::versions_des_noyaux())};

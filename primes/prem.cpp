@@ -3,13 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
-#include <vector>
 
-#include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/entier128.h"
 #include "primes/arithmetique/zz.h"
-#include "primes/crible/crible.h"
+#include "primes/facteurs/etendue.h"
 #include "primes/facteurs/facteurs.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/petits_facteurs.h"
@@ -18,33 +15,6 @@
 namespace premiers {
 
 namespace {
-
-/// The sieved bytes up to `plus_grand_diviseur` and to a prime beyond: 333 KB, made when first
-/// needed.
-const std::vector<std::uint8_t>& diviseurs() {
-  static const std::vector<std::uint8_t> octets = [] {
-    static_assert(plus_grand_diviseur <= 10'000'000, "gaps up to there are 154 at most");
-    std::vector<std::uint8_t> o(plus_grand_diviseur / 30 + 7);
-    Crible(0, o.size()).remplir(o);
-    return o;
-  }();
-  return octets;
-}
-
-/// The smallest prime factor of S if it is at most `plus_grand_diviseur`. Milliseconds if not.
-std::optional<std::uint64_t> petit_facteur(const NTL::ZZ& S) {
-  for (const long p : {2L, 3L, 5L}) {
-    if (NTL::divide(S, p) != 0) return static_cast<std::uint64_t>(p);
-  }
-  const auto& octets = diviseurs();
-  for (std::size_t o = 0;; ++o) {
-    for (unsigned bits = octets[o]; bits != 0; bits &= bits - 1) {
-      const auto p = 30 * o + residus[static_cast<std::size_t>(std::countr_zero(bits))];
-      if (p > plus_grand_diviseur) return std::nullopt;
-      if (NTL::divide(S, static_cast<long>(p)) != 0) return p;
-    }
-  }
-}
 
 /// The smallest prime factor of a composite S below 2^`bits_borne_exacte`.
 std::uint64_t facteur_certain(const NTL::ZZ& S) {
@@ -74,8 +44,8 @@ void noter_si_premier(Dette& dette, const NTL::ZZ& S) {
 
 void noter_division(Dette& dette, const NTL::ZZ& S) {
   if (NTL::NumBits(S) > bits_borne_exacte) {
-    if (dette.borne_due >= plus_grand_diviseur) return;
-    if (const auto p = petit_facteur(S)) dette.noter(*p - 1);
+    if (dette.borne_due >= borne_des_diviseurs) return;
+    if (const std::uint64_t p = Etendue(S, 1)[0]; p != 0) dette.noter(p - 1);
     return;
   }
   const auto n = en_entier128(S);

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "primes/dette.h"
+#include "primes/facteurs/etendue.h"
 #include "primes/rangs/intervalle.h"
 #include "primes/table.h"
 
@@ -26,7 +27,8 @@ bool prem1(std::int64_t S3, Dette& dette);
 /// The note of `prem` without its answer: free where S is too small to raise the bound. A caller with
 /// many numbers notes the primes among them first: behind a prime few composites can raise it.
 /// From 2^`bits_borne_exacte` on a prime leaves no note, and a composite leaves one only if its smallest
-/// factor is at most `plus_grand_diviseur`: finding a larger one would cost more than it tells.
+/// factor is at most `plus_grand_diviseur` (primes/facteurs/etendue.h): finding a larger one would cost
+/// more than it tells.
 void noter_division(Dette& dette, const NTL::ZZ& S);
 
 /// Notes S if it is prime and small enough for that, as `noter_division` would.
@@ -39,6 +41,7 @@ void noter_intervalle(Dette& dette, Intervalle bornes);
 
 /// 2^100: the root of a smaller number is below Dette::borne_max.
 inline constexpr int bits_borne_exacte = 100;
-inline constexpr std::uint64_t plus_grand_diviseur = 10'000'000;
+/// A bound that no factor up to `plus_grand_diviseur` raises: 9999991 is the largest prime below.
+inline constexpr std::uint64_t borne_des_diviseurs = 9'999'990;
 
 }  // namespace premiers

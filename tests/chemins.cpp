@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Which paths of the engine does this processor take?
 //   premiers-chemins               a line for the processor, one for each loop
-//   premiers-chemins INSTRUCTIONS  runs one of popcnt, bmi, avx2, avx512f, and is killed for it where
+//   premiers-chemins INSTRUCTIONS  runs one of popcnt, bmi, avx2, fma, avx512f, and is killed for it where
 //                                  the processor lacks it: the proof without asking the processor
 #include "tests/chemins.h"
 
@@ -25,6 +25,10 @@ bool executer([[maybe_unused]] std::string_view jeu) {
   }
   if (jeu == "avx2") {
     __asm__ volatile("vpxor %%ymm0, %%ymm0, %%ymm0" : : : "xmm0");
+    return true;
+  }
+  if (jeu == "fma") {
+    __asm__ volatile("vfmadd231sd %%xmm0, %%xmm0, %%xmm0" : : : "xmm0");
     return true;
   }
   if (jeu == "avx512f") {

@@ -13,7 +13,7 @@ using namespace instructions;
 // What PREMIERS_PROCESSEUR_MAX (CMakeLists.txt) can be.
 namespace plafonds {
 [[maybe_unused]] constexpr Instructions tout = ~aucune;
-[[maybe_unused]] constexpr Instructions avx2 = popcnt | bmi | instructions::avx2;
+[[maybe_unused]] constexpr Instructions avx2 = popcnt | bmi | instructions::avx2 | fma;
 [[maybe_unused]] constexpr Instructions portable = aucune;
 }  // namespace plafonds
 
@@ -23,10 +23,11 @@ constexpr Instructions plafond = plafonds::PREMIERS_PROCESSEUR_MAX;
 constexpr Instructions plafond = plafonds::tout;
 #endif
 
-constexpr std::array<std::pair<Instructions, const char*>, 10> noms{
+constexpr std::array<std::pair<Instructions, const char*>, 11> noms{
     {{popcnt, "popcnt"},
      {bmi, "bmi"},
      {avx2, "avx2"},
+     {fma, "fma"},
      {avx512f, "avx512f"},
      {avx512bw, "avx512bw"},
      {avx512dq, "avx512dq"},
@@ -42,6 +43,7 @@ Instructions demander() {
   if (__builtin_cpu_supports("popcnt")) r |= popcnt;
   if (__builtin_cpu_supports("bmi")) r |= bmi;
   if (__builtin_cpu_supports("avx2")) r |= avx2;
+  if (__builtin_cpu_supports("fma")) r |= fma;
   if (__builtin_cpu_supports("avx512f")) r |= avx512f;
   if (__builtin_cpu_supports("avx512bw")) r |= avx512bw;
   if (__builtin_cpu_supports("avx512dq")) r |= avx512dq;

@@ -34,6 +34,7 @@ inline constexpr Instructions avx512vl = 1U << 6;
 inline constexpr Instructions avx512ifma = 1U << 7;
 inline constexpr Instructions avx512vbmi2 = 1U << 8;
 inline constexpr Instructions avx512vpopcntdq = 1U << 9;
+inline constexpr Instructions fma = 1U << 10;
 }  // namespace instructions
 
 /// What this processor has; nothing on processors other than x86-64.

@@ -10,7 +10,7 @@
 //   - A prime q joins at the first segment that reaches q^2, where phi(n, pi(q) - 1) is known from
 //     pi(n) alone, and leaves for good after the last segment that leaves of its own or larger q
 //     reach.
-//   - The m that suit are picked without a branch, their quotients come from double precision.
+//   - The m that suit, and their quotients, are found by the lot (primes/compte/lot.h).
 #include "primes/compte/difficiles.h"
 
 #include <algorithm>
@@ -18,6 +18,7 @@
 #include <span>
 #include <vector>
 
+#include "primes/compte/lot.h"
 #include "primes/compte/phi.h"
 #include "primes/compte/roue2310.h"
 #include "primes/compte/segment.h"
@@ -40,13 +41,6 @@ struct Ligne {
   std::uint32_t fin;      // for q <= sqrt(z), among the primes else
 };
 
-// Leaves are found by the lot, then counted.
-struct Lot {
-  static constexpr std::size_t taille = 256;
-  std::array<std::uint32_t, taille> rangs;
-  std::array<Question, taille> questions;
-};
-
 struct Atelier {
   const Plan& plan;
   TableFacteurs facteurs;
@@ -59,6 +53,7 @@ struct Atelier {
   std::uint64_t pi_bas = 0;     // primes below the segment
   std::uint64_t somme = 0;
   Lot lot{};
+  BouclesDuLot boucles = choisir(versions_du_lot()).boucle;
 };
 
 // The lines of all q with hard leaves, and where the m of each start and end.
@@ -96,40 +91,29 @@ void activer(Atelier& a) {
   }
 }
 
-// floor(w / m) for a quotient below 2^50: double precision, then what is wrong is put right.
-inline std::uint64_t diviser(std::uint64_t w, double w_reel, std::uint64_t m) {
-  const double reel = w_reel / static_cast<double>(static_cast<std::int64_t>(m));
-  auto n = static_cast<std::uint64_t>(static_cast<std::int64_t>(reel));
-  n += (n + 1) * m <= w;
-  n -= n * m > w;
-  return n;
+// The signed sum of phi at the leaves of the first `nombre` m of the lot.
+std::uint64_t sommer_le_lot(Atelier& a, const Ligne& ligne, Compteur& compteur,
+                            std::size_t nombre) {
+  const std::span m(a.lot.m.data(), nombre);
+  std::uint64_t negatives = 0;
+  for (const std::uint32_t marque : m) negatives += marque & 1U;
+  a.boucles.diviser(ligne.w, a.segment.bas(), m.data(), nombre, a.lot.questions.data());
+  return (nombre - 2 * negatives) * ligne.phi + compteur({a.lot.questions.data(), nombre});
 }
 
 // The leaves of a line in the segment whose m come from the table of factors.
 std::uint64_t feuilles_composees(Atelier& a, Ligne& ligne) {
-  const std::uint64_t bas = a.segment.bas();
-  const auto w = static_cast<double>(ligne.w);
   const std::uint64_t seuil = Roue2310::nombre(ligne.w / a.segment.haut());
   const auto fin =
       static_cast<std::uint32_t>(std::clamp<std::uint64_t>(seuil, ligne.fin, ligne.curseur));
   Compteur compteur(a.segment, ligne.curseur - fin);
   std::uint64_t somme = 0;
   for (std::uint32_t i = ligne.curseur; i > fin;) {
-    const std::uint32_t arret = i - std::min<std::uint32_t>(i - fin, Lot::taille);
-    std::size_t nombre = 0;
-    while (i > arret) {
-      a.lot.rangs[nombre] = --i;
-      nombre += a.facteurs.convient(i, ligne.multiple.q);
-    }
-    std::uint64_t negatives = 0;
-    for (std::size_t k = 0; k < nombre; ++k) {
-      const std::uint32_t rang = a.lot.rangs[k];
-      const std::uint64_t n = diviser(ligne.w, w, Roue2310::valeur(rang));
-      const bool negative = a.facteurs.pair(rang);
-      negatives += negative;
-      a.lot.questions[k] = static_cast<Question>(2 * (n - bas) + negative);
-    }
-    somme += (nombre - 2 * negatives) * ligne.phi + compteur({a.lot.questions.data(), nombre});
+    const std::uint32_t arret = i - std::min(i - fin, Lot::taille);
+    const std::size_t nombre =
+        a.boucles.retenir(a.facteurs.entrees.data(), i, arret, ligne.multiple.q, a.lot.m.data());
+    somme += sommer_le_lot(a, ligne, compteur, nombre);
+    i = arret;
   }
   ligne.curseur = fin;
   return somme;
@@ -137,8 +121,6 @@ std::uint64_t feuilles_composees(Atelier& a, Ligne& ligne) {
 
 // The same where m is a prime.
 std::uint64_t feuilles_premieres(Atelier& a, Ligne& ligne) {
-  const std::uint64_t bas = a.segment.bas();
-  const auto w = static_cast<double>(ligne.w);
   const std::uint64_t borne =
       std::clamp<std::uint64_t>(ligne.w / a.segment.haut(), ligne.multiple.q, a.plan.y);
   const auto fin = static_cast<std::uint32_t>(
@@ -146,12 +128,10 @@ std::uint64_t feuilles_premieres(Atelier& a, Ligne& ligne) {
   Compteur compteur(a.segment, ligne.curseur - fin);
   std::uint64_t somme = 0;
   for (std::uint32_t i = ligne.curseur; i > fin;) {
-    const std::size_t nombre = std::min<std::size_t>(i - fin, Lot::taille);
-    for (std::size_t k = 0; k < nombre; ++k, --i) {
-      const std::uint64_t n = diviser(ligne.w, w, a.plan.premiers[i]);
-      a.lot.questions[k] = static_cast<Question>(2 * (n - bas));
-    }
-    somme += nombre * ligne.phi + compteur({a.lot.questions.data(), nombre});
+    const std::uint32_t nombre = std::min(i - fin, Lot::taille);
+    for (std::uint32_t k = 0; k < nombre; ++k) a.lot.m[k] = a.plan.premiers[i - k] ^ 1U;
+    somme += sommer_le_lot(a, ligne, compteur, nombre);
+    i -= nombre;
   }
   ligne.curseur = fin;
   return somme;

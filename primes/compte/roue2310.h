@@ -14,11 +14,11 @@ struct Roue2310 {
   static constexpr std::uint64_t par_tour = 480;
 
   /// The integer of a number.
-  static std::uint64_t valeur(std::uint64_t i) {
+  static constexpr std::uint64_t valeur(std::uint64_t i) {
     return i / par_tour * tour + valeurs[i % par_tour];
   }
   /// How many integers of the wheel are <= n.
-  static std::uint64_t nombre(std::uint64_t n) {
+  static constexpr std::uint64_t nombre(std::uint64_t n) {
     return n / tour * par_tour + nombres[static_cast<std::size_t>(n % tour)];
   }
 

@@ -42,8 +42,9 @@ using Question = std::uint32_t;
 struct SegmentCompte {
   static constexpr std::size_t mots_par_bloc = 8;
   static constexpr std::size_t octets_par_bloc = 8 * mots_par_bloc;
+  static constexpr std::size_t taille_max = std::size_t{1} << 22;
 
-  /// `taille` in bytes, a multiple of a block, at most 2^25.
+  /// `taille` in bytes, a multiple of a block, at most `taille_max`.
   explicit SegmentCompte(std::size_t taille);
 
   std::uint64_t bas() const { return 30 * octet; }
@@ -59,11 +60,13 @@ struct SegmentCompte {
   /// Sums up the block counts into `avant`.
   void cumuler();
 
-  /// The two loops worth a version for the processor at hand.
+  /// The loops worth a version for the processor at hand.
   struct Noyaux {
     void (*poser)(SegmentCompte& s, const Motif& motif);
     // signed sum of the flags up to n within the block of n
     std::uint64_t (*compter)(const SegmentCompte& s, std::span<const Question> questions);
+    // signed sum of the flags before the blocks of n, from `avant`
+    std::uint64_t (*compter_avant)(const SegmentCompte& s, std::span<const Question> questions);
   };
   static Versions<Noyaux> versions_des_noyaux();
 

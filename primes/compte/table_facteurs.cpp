@@ -14,7 +14,8 @@ namespace premiers {
 TableFacteurs::TableFacteurs(const std::vector<std::uint32_t>& premiers, std::uint64_t z) {
   constexpr std::uint16_t vierge = std::numeric_limits<std::uint16_t>::max();
   constexpr std::size_t rang_13 = 6;
-  entrees.assign(Roue2310::nombre(z), vierge);
+  constexpr std::size_t groupe = 16;
+  entrees.assign((Roue2310::nombre(z) + groupe - 1) / groupe * groupe, vierge);
   for (std::size_t rang = rang_13; rang < premiers.size(); ++rang) {
     const std::uint64_t p = premiers[rang];
     const auto marque = static_cast<std::uint16_t>(std::min<std::uint64_t>(p, vierge) - 1);

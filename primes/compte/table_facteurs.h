@@ -21,7 +21,7 @@ struct TableFacteurs {
   bool pair(std::size_t i) const { return (entrees[i] & 1) != 0; }
 
   /// With l the smallest prime factor, at most 65535: l (odd) for mu = +1, l - 1 for mu = -1, 0 if
-  /// m is not squarefree or has a prime factor > y.
+  /// m is not squarefree or has a prime factor > y. At the end as many 0 as fill a group of 16.
   std::vector<std::uint16_t> entrees;
 };
 

@@ -50,6 +50,12 @@ std::uint64_t limite_des_decades(const Recherche& recherche) {
   return NTL::NumBits(limite) > 30 ? plus_grande : en_entier64(limite);
 }
 
+/// How many numbers there are; 2^63 if there are more.
+std::uint64_t largeur_au_plus_64_bits(const Recherche& recherche) {
+  const NTL::ZZ largeur = recherche.fin - recherche.debut + 1;
+  return NTL::NumBits(largeur) > 63 ? std::uint64_t{1} << 63 : en_entier64(largeur);
+}
+
 /// What comes before the search proper counts for nothing.
 Suivi au_debut(const Suivi& suivi) {
   if (!suivi) return {};
@@ -65,7 +71,7 @@ std::uint64_t chercher_concatenations(const Recherche& recherche, const Gardes& 
     throw std::invalid_argument("chercher_concatenations");
   }
   Dette nouvelle = dette;
-  DetteMorceaux dette_morceaux(nouvelle);
+  DetteMorceaux dette_morceaux(nouvelle, largeur_au_plus_64_bits(recherche));
   const bool notee = noter_par_le_plus_grand_premier(nouvelle, recherche.debut, recherche.fin);
   const Decades decades(limite_des_decades(recherche), au_debut(suivi));
   Commun commun{recherche, gardes, decades, notee ? nullptr : &dette_morceaux, suivi};

@@ -3,15 +3,19 @@
 // piece by the primes in turn.
 //
 // Only a piece large enough to raise the bound costs anything. Of a number of 40 digits these are
-// at first some dozens, once a long prime piece is noted next to none.
+// at first some dozens, once a long prime piece is noted next to none. Where there is no such piece,
+// as in round numbers, small factors of pieces beyond 2^100 are noted; those of a whole stretch of
+// numbers are then found together (notes_par_etendue.h).
 #pragma once
 
 #include <NTL/ZZ.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "primes/concatenations/decoupe.h"
+#include "primes/concatenations/notes_par_etendue.h"
 #include "primes/dette.h"
 
 namespace premiers {
@@ -26,7 +30,9 @@ enum class Morceaux {
 /// Notes the pieces of numbers that follow each other; those that a number shares with the one
 /// before it, because their leading digits are the same, are passed over.
 struct DetteMorceaux {
-  explicit DetteMorceaux(Dette& dette) : dette_(dette) {}
+  /// `largeur` > 0 numbers are going to be noted, or fewer.
+  explicit DetteMorceaux(Dette& dette, std::uint64_t largeur = 1)
+      : dette_(dette), etendues_(largeur) {}
 
   /// The digits after the first `communs` are no longer those of the number before.
   void changer(std::size_t communs);
@@ -35,11 +41,13 @@ struct DetteMorceaux {
   void noter(std::string_view chiffres, Morceaux morceaux);
 
  private:
-  using Note = void (*)(Dette&, const NTL::ZZ&);
-  void noter_longueur(std::string_view chiffres, std::size_t longueur, Morceaux morceaux,
-                      Note note);
+  template <typename F>
+  void pour_les_morceaux(std::string_view chiffres, std::size_t longueur, Morceaux morceaux, F f);
+  void noter_les_courts(std::string_view chiffres, Morceaux morceaux);
+  void noter_les_longs(std::string_view chiffres, Morceaux morceaux);
 
   Dette& dette_;
+  NotesParEtendue etendues_;
   // Among so many leading digits the first pieces are noted, and all pieces.
   std::size_t debuts_notes_ = 0;
   std::size_t tous_notes_ = 0;

@@ -56,9 +56,12 @@ std::int64_t premier_au_hasard(Hasard& hasard, std::int64_t limite) {
 
 std::int64_t remarquable(Hasard& hasard, std::int64_t limite) {
   const std::int64_t p = premier_au_hasard(hasard, limite);
-  switch (hasard.entre(0, 7)) {
+  switch (hasard.entre(0, 8)) {
     case 0:
       return hasard.entre(1, 120);
+    case 8:
+      return std::max<std::int64_t>(
+          1, puissance_de_dix(hasard, limite * limite) + hasard.entre(-12, 12));
     case 1:
       return p;
     case 2:
@@ -86,6 +89,7 @@ NTL::ZZ decomposable(Hasard& hasard, std::int64_t limite) {
     for (std::int64_t i = hasard.entre(1, 12); i > 0; --i) n *= premier_au_hasard(hasard, 50);
   }
   if (hasard.une_fois_sur(6)) n *= NTL::power(NTL::ZZ(premier_au_hasard(hasard, limite)), 3);
+  if (hasard.une_fois_sur(15)) n = hasard.entre(1, 9) * NTL::power_ZZ(10, hasard.entre(1, 190));
   if (hasard.une_fois_sur(12)) n = NTL::power_ZZ(hasard.entre(2, 12), hasard.entre(1, 90));
   return n;
 }
@@ -97,6 +101,22 @@ std::string decoupable(Hasard& hasard, std::int64_t limite) {
   t += chiffres(hasard, n - 1, hasard.parmi(alphabets));
   if (hasard.une_fois_sur(5)) t += chiffres(hasard, hasard.etage(1, 30), "024568255");
   return t;
+}
+
+std::int64_t puissance_de_dix(Hasard& hasard, std::int64_t max) {
+  std::int64_t exposant = 0;
+  for (std::int64_t reste = max; reste > 9; reste /= 10) ++exposant;
+  std::int64_t puissance = 1;
+  for (std::int64_t n = hasard.entre(0, exposant); n > 0; --n) puissance *= 10;
+  return puissance;
+}
+
+// Nines are divisible by 3, and behind them 3, 4, 5 and 6 do no harm.
+NTL::ZZ rond_et_long(Hasard& hasard) {
+  static constexpr std::array<std::int64_t, 7> ecarts{-7, -6, -2, 4, 24, 44, 204};
+  const std::int64_t exposant =
+      hasard.une_fois_sur(4) ? hasard.entre(13, 189) : hasard.entre(13, 50);
+  return NTL::power_ZZ(10, exposant) + hasard.parmi(ecarts);
 }
 
 std::string enroule(Hasard& hasard, std::int64_t v, bool signe) {

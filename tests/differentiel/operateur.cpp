@@ -153,9 +153,11 @@ std::string Operateur::choisir_feature() {
 }
 
 std::int64_t Operateur::rang_de_commande(const reference::Etat& e) {
-  switch (hasard.entre(0, 4)) {
+  switch (hasard.entre(0, 5)) {
     case 0:
       return e.np + hasard.entre(-2, 2);
+    case 5:
+      return puissance_de_dix(hasard, e.np + 300) + hasard.entre(-1, 1);
     case 1:  // around the next block break
       return (e.np / 100 + 1) * 100 + hasard.entre(-1, 2);
     case 2:
@@ -170,9 +172,13 @@ std::string Operateur::commande(const reference::Etat& e) {
   const std::string egal = e.un == 1 || hasard.une_fois_sur(2) ? "" : "=";
   const bool rang_voulu = e.un == 1 || !egal.empty();
   const std::int64_t P = e.Nprem.back();
-  switch (hasard.entre(0, 9)) {
+  switch (hasard.entre(0, 10)) {
     case 0:
       return "-9223372036854775808";
+    case 10: {
+      const std::int64_t rond = puissance_de_dix(hasard, P + 2000) + hasard.entre(-2, 2);
+      return egal + enroule(hasard, -std::max<std::int64_t>(1, rond), true);
+    }
     case 1:
     case 2:
     case 3: {
@@ -192,9 +198,11 @@ std::string Operateur::commande(const reference::Etat& e) {
 
 std::string Operateur::rang(const reference::Etat& e, std::int64_t a_partir_de) {
   const std::int64_t bas = std::max<std::int64_t>(1, a_partir_de);
-  switch (hasard.entre(0, 6)) {
+  switch (hasard.entre(0, 7)) {
     case 0:
       return enroule(hasard, e.np + hasard.entre(-2, 1), false);
+    case 7:
+      return enroule(hasard, puissance_de_dix(hasard, e.np) + hasard.entre(-1, 1), false);
     case 1:
       return enroule(hasard, hasard.entre(-3, 3), false);
     case 2:
@@ -208,9 +216,11 @@ std::string Operateur::valeur(const reference::Etat& e, std::int64_t a_partir_de
   const std::int64_t P = e.Nprem.back();
   const std::int64_t bas = std::max<std::int64_t>(1, a_partir_de);
   const std::int64_t haut = std::min(P, bas + 3000);
-  switch (hasard.entre(0, 6)) {
+  switch (hasard.entre(0, 7)) {
     case 0:
       return enroule(hasard, P + hasard.entre(-3, 1), false);
+    case 7:
+      return enroule(hasard, puissance_de_dix(hasard, P) + hasard.entre(-2, 2), false);
     case 1:
       return enroule(hasard, hasard.entre(-3, 4), false);
     case 2:  // a prime of the table or its neighbour
@@ -270,6 +280,7 @@ std::string Operateur::borne_superieure() {
 std::string Operateur::concat_N() {
   if (hasard.une_fois_sur(40))
     return hasard.une_fois_sur(2) ? std::string("1") + std::string(198, '0') : "9";
+  if (hasard.une_fois_sur(12)) return texte(rond_et_long(hasard));
   if (hasard.une_fois_sur(3)) {
     return std::to_string(remarquable(hasard, std::min<std::int64_t>(limite, 10000)));
   }
@@ -279,7 +290,9 @@ std::string Operateur::concat_N() {
 std::string Operateur::concat_inferieure() {
   static constexpr std::array<std::int64_t, 6> seuils{10, 100, 1000, 10000, 100000, 1000000};
   const std::int64_t borne = std::min<std::int64_t>(limite, 3000);
-  if (hasard.une_fois_sur(8)) {  // beyond 64 bits; the next numbers end in 5 and 6
+  if (hasard.une_fois_sur(8)) {
+    concat_depuis = rond_et_long(hasard);
+  } else if (hasard.une_fois_sur(8)) {  // beyond 64 bits; the next numbers end in 5 and 6
     concat_depuis = NTL::conv<NTL::ZZ>((decoupable(hasard, borne) + "0000000000000004").c_str());
   } else if (hasard.une_fois_sur(4)) {
     concat_depuis = std::max<std::int64_t>(1, hasard.parmi(seuils) - hasard.entre(0, 30));

@@ -258,6 +258,63 @@ TEST(ConcatenationsLent, GrowthBeyondTheExactBound) {
   }
 }
 
+/// `note` for many numbers of few digits that are not zero: the primes once, and no decomposition.
+struct NotesLitterales {
+  std::vector<long> premiers;
+  std::uint64_t borne = 2;
+
+  NotesLitterales() {
+    NTL::PrimeSeq suite;
+    for (long p = suite.next(); p <= 10'000'000; p = suite.next()) premiers.push_back(p);
+  }
+
+  void noter(const ZZ& S) {
+    if (S <= 2) return;
+    const ZZ racine = NTL::SqrRoot(S);
+    for (const long p : premiers) {
+      if (p > racine) break;
+      if (NTL::divide(S, p) == 0) continue;
+      borne = std::max(borne, static_cast<std::uint64_t>(p) - 1);
+      return;
+    }
+    if (racine <= 10'000'000) borne = std::max(borne, NTL::conv<std::uint64_t>(racine));
+    // Beyond 2^100 nothing more is noted; nothing lies between the two here.
+    ASSERT_TRUE(racine <= 10'000'000 || NTL::NumBits(S) > 100) << S;
+  }
+};
+
+/// What a range owes of round numbers: no piece between 10^14 and 2^100 is without a small factor.
+std::uint64_t borne_litterale(const ZZ& debut, const ZZ& fin, bool premiers_seuls) {
+  NotesLitterales notes;
+  const auto prem = [&](const ZZ& S) {
+    notes.noter(S);
+    return S > 1 && NTL::ProbPrime(S, 20) != 0;
+  };
+  chercher_litteralement(debut, fin, premiers_seuls, prem);
+  return notes.borne;
+}
+
+// Beyond 2^100 small factors are noted, found for many numbers together; here each number and each
+// piece is divided. The ranges lie around the ends of such stretches, five digits wide, and around
+// changes of the number of digits.
+TEST(ConcatenationsLent, RoundNumbersOweWhatDividingThemOwes) {
+  struct Cas {
+    long exposant;
+    long depuis, largeur;
+  };
+  for (const auto [exposant, depuis, largeur] :
+       {Cas{32, 0, 12}, Cas{35, 99'990, 21}, Cas{36, 199'999, 1}, Cas{36, 9'995, 11},
+        Cas{38, 0, 150}, Cas{39, 0, 0}, Cas{39, 1, 0}, Cas{34, 5, 1}, Cas{33, 299'950, 120},
+        Cas{33, -2, 42}}) {
+    const ZZ debut = NTL::power_ZZ(10, exposant) + depuis;
+    for (const bool premiers_seuls : {false, true}) {
+      EXPECT_EQ(chercher(debut, debut + largeur, premiers_seuls).borne_due,
+                borne_litterale(debut, debut + largeur, premiers_seuls))
+          << "10^" << exposant << " + " << depuis << ", " << largeur;
+    }
+  }
+}
+
 // 19 digits are the most whose ways are counted in 64 bits; 20 are counted without a limit.
 TEST(Concatenations, NumbersAroundNineteenDigitsAgreeWithTheLiteralSearch) {
   std::mt19937_64 hasard(19);

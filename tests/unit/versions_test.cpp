@@ -20,7 +20,9 @@
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/zz.h"
 #include "primes/compte/faciles.h"
+#include "primes/compte/lot.h"
 #include "primes/compte/p2.h"
+#include "primes/compte/roue2310.h"
 #include "primes/compte/segment.h"
 #include "primes/compte/tables.h"
 #include "primes/crible/precrible.h"
@@ -28,6 +30,7 @@
 #include "primes/facteurs/ecm_huit.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
+#include "primes/facteurs/restes.h"
 #include "primes/quadratique/vecteurs.h"
 #include "tests/chemins.h"
 
@@ -235,6 +238,30 @@ void comparer_le_segment(const SegmentCompte::Noyaux& noyaux, std::size_t taille
     }
   }
   ASSERT_EQ(s.noyaux.compter(s, {}), 0U);
+  ASSERT_EQ(s.noyaux.compter_avant(s, {}), 0U);
+}
+
+// The blocks before that of a question, at both ends of each block, and so many questions at once.
+void comparer_les_blocs_avant(const SegmentCompte::Noyaux& noyaux) {
+  constexpr std::size_t blocs = 65'536;
+  constexpr Question par_bloc = 2 * 1920;
+  SegmentCompte s(blocs * SegmentCompte::octets_par_bloc);
+  std::mt19937 hasard(8);
+  for (std::uint32_t& a : s.avant) a = static_cast<std::uint32_t>(hasard());
+  std::vector<Question> questions;
+  std::uint64_t somme = 0;
+  for (std::uint32_t b = 0; b < blocs; ++b) {
+    for (const Question q :
+         {b * par_bloc, b * par_bloc + 1, (b + 1) * par_bloc - 2, (b + 1) * par_bloc - 1}) {
+      questions.push_back(q);
+      somme += q % 2 == 0 ? s.avant[b] : 0 - std::uint64_t{s.avant[b]};
+      if (questions.size() != hasard() % 40) continue;
+      ASSERT_EQ(noyaux.compter_avant(s, questions), somme) << q;
+      questions.clear();
+      somme = 0;
+    }
+  }
+  ASSERT_EQ(noyaux.compter_avant(s, questions), somme);
 }
 
 TEST(Versions, CountingSieve) {
@@ -242,6 +269,76 @@ TEST(Versions, CountingSieve) {
     for (const std::size_t taille : std::initializer_list<std::size_t>{64, 128, 192, 512, 576}) {
       for (const std::uint64_t octet : {0ULL, 64ULL, 1'000'064ULL}) {
         comparer_le_segment(noyaux, taille, octet);
+      }
+    }
+    comparer_les_blocs_avant(noyaux);
+  });
+}
+
+/// The integers coprime to 2310 one by one, as often as the test needs them.
+const std::vector<std::uint32_t>& roue() {
+  static const std::vector<std::uint32_t> liste = [] {
+    std::vector<std::uint32_t> l;
+    for (std::uint32_t n = 1; l.size() < 2000; ++n) {
+      if (n % 2 != 0 && n % 3 != 0 && n % 5 != 0 && n % 7 != 0 && n % 11 != 0) l.push_back(n);
+    }
+    return l;
+  }();
+  return liste;
+}
+
+void comparer_ce_qui_est_retenu(const BouclesDuLot& boucles,
+                                const std::vector<std::uint16_t>& table, std::uint32_t bas,
+                                std::uint32_t haut, std::uint32_t q) {
+  Nombres attendus;
+  for (std::uint32_t i = haut; i-- > bas;) {
+    if (table[i] > q) attendus.push_back(roue()[i] - 1 + table[i] % 2);
+  }
+  Nombres m(Lot::taille + Lot::marge + 1, 77);
+  const std::size_t nombre = boucles.retenir(table.data(), haut, bas, q, m.data());
+  ASSERT_EQ(m.back(), 77U) << "wrote behind the room that it has";
+  m.resize(nombre);
+  ASSERT_EQ(m, attendus) << bas << " to " << haut << ", q " << q;
+}
+
+void comparer_les_quotients(const BouclesDuLot& boucles, std::uint64_t w, const Nombres& m) {
+  const std::uint64_t debut = w / *std::max_element(m.begin(), m.end()) / 30 * 30;
+  Nombres questions(m.size() + Lot::marge + 1, 77);
+  boucles.diviser(w, debut, m.data(), m.size(), questions.data());
+  ASSERT_EQ(questions.back(), 77U) << "wrote behind the room that it has";
+  for (std::size_t k = 0; k < m.size(); ++k) {
+    const std::uint64_t question = 2 * (w / (m[k] | 1U) - debut) + m[k] % 2;
+    ASSERT_EQ(questions[k], static_cast<std::uint32_t>(question)) << w << " / " << (m[k] | 1U);
+  }
+}
+
+TEST(Versions, HardLeavesByTheLot) {
+  std::mt19937_64 hasard(6);
+  std::vector<std::uint16_t> table(2000);
+  for (std::uint16_t& e : table) e = static_cast<std::uint16_t>(hasard() >> hasard() % 16);
+  pour_chaque_version("lot", versions_du_lot(), [&](const BouclesDuLot& boucles) {
+    for (std::uint32_t bas = 450; bas < 500; ++bas) {
+      for (const std::uint32_t nombre : {0U, 1U, 15U, 16U, 17U, 31U, 33U, 480U, Lot::taille}) {
+        for (const std::uint32_t q : {0U, 13U, 1000U, 65'533U}) {
+          comparer_ce_qui_est_retenu(boucles, table, bas, bas + nombre, q);
+        }
+      }
+    }
+    comparer_ce_qui_est_retenu(boucles, table, 0, 20, 13);
+    comparer_ce_qui_est_retenu(boucles, table, 1999, 2000, 13);
+    for (int bits = 30; bits <= 63; ++bits) {
+      for (std::size_t n = 1; n <= 20; ++n) {
+        Nombres m(n);
+        for (std::uint32_t& x : m) {  // quotients up to 2^49
+          x = static_cast<std::uint32_t>((std::uint64_t{1} << std::max(5, bits - 49)) +
+                                         hasard() % 9000);
+        }
+        const std::uint64_t w = hasard() >> (64 - bits);
+        comparer_les_quotients(boucles, w, m);
+        for (const std::uint64_t a : {0U, 1U}) {  // at and below a multiple
+          const std::uint64_t d = m[0] | 1U;
+          if (w >= d) comparer_les_quotients(boucles, w / d * d - a, m);
+        }
       }
     }
   });
@@ -441,6 +538,43 @@ TEST(Versions, EightCurvesAtATime) {
       EXPECT_EQ(trouves, std::vector{p}) << bits;
     });
   }
+}
+
+// ---- Small factors ---------------------------------------------------------------------------
+
+TEST(Versions, RemaindersByManyPrimes) {
+  // The first primes, those around a power of two, and the last below the bound.
+  Nombres premiers;
+  for (const std::uint32_t de : {2U, 65'000U, 8'388'000U, borne_restes - 600}) {
+    for (std::uint32_t p = de, n = 0; p < borne_restes && n < 40; ++p) {
+      if (NTL::ProbPrime(static_cast<long>(p)) == 0) continue;
+      premiers.push_back(p);
+      ++n;
+    }
+  }
+  premiers.resize(premiers.size() / largeur_restes * largeur_restes);
+  ASSERT_GE(premiers.size(), 128U);
+  NTL::SetSeed(NTL::ZZ{28});
+  std::vector<NTL::ZZ> nombres{NTL::ZZ{0}, NTL::ZZ{1}, NTL::ZZ{premiers.back()}};
+  for (long bits = 1; bits <= 700; ++bits) {
+    nombres.push_back(NTL::RandomLen_ZZ(bits));
+    nombres.push_back(NTL::power2_ZZ(bits) - 1);
+    nombres.push_back(nombres[nombres.size() - 2] * premiers[nombres.size() % premiers.size()]);
+  }
+  pour_chaque_version("restes", versions_de_restes(), [&](Restes restes) {
+    for (const NTL::ZZ& N : nombres) {
+      const auto chiffres = chiffres_de_28_bits(N);
+      for (const std::size_t n : {largeur_restes, premiers.size()}) {
+        Nombres manques(n + 1, 77);
+        restes(chiffres, premiers.data(), manques.data(), n);
+        ASSERT_EQ(manques.back(), 77U) << "wrote behind the end";
+        for (std::size_t i = 0; i < n; ++i) {
+          const long p = premiers[i];
+          ASSERT_EQ(manques[i], (p - N % p) % p) << N << " by " << p;
+        }
+      }
+    }
+  });
 }
 
 // ---- What ran --------------------------------------------------------------------------------

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// The notes of pieces above 2^100: what is noted of such a piece is its smallest factor, if that is
+// at most 10^7 (primes/prem.h). Looking for it takes a thousand times as long as deciding a piece
+// that has none, so it is looked for only where it can raise the bound, and then for a whole stretch
+// of pieces at once.
+//
+// In a range the pieces between two places of the digits count upward: by one each time the digit at
+// their end changes. Of such a stretch, up to where the digit before the last five changes, the
+// factors above the present bound are sought together (primes/facteurs/etendue.h). A piece without one
+// can raise nothing. One that has one is a candidate: it may have a smaller factor besides, and is
+// divided by itself. As the bound rises there are ever fewer of both: primes to be sought, and
+// candidates.
+//
+// Cost: some milliseconds for a stretch, and 40 ns a piece; nothing once the bound is above all
+// factors. Memory: 0.4 MB for a stretch, one for each pair of places in use, `etendues_max` at most.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "primes/dette.h"
+#include "primes/facteurs/etendue.h"
+
+namespace premiers {
+
+struct NotesParEtendue {
+  /// `largeur` > 0 numbers are going to be noted, or fewer.
+  explicit NotesParEtendue(std::uint64_t largeur) : largeur_(largeur) {}
+
+  /// Notes the piece of `longueur` digits that ends with digit `fin` of the number; it is above 2^100
+  /// and has no leading zero.
+  void noter(Dette& dette, std::string_view chiffres, std::size_t fin, std::size_t longueur);
+
+ private:
+  static constexpr std::size_t chiffres_mobiles = 5;
+  static constexpr std::size_t etendues_max = 32;
+
+  /// The factors of the pieces with these leading digits, the last five being `debut` and so on.
+  struct Tranche {
+    std::string tete;
+    std::uint32_t debut;
+    Etendue facteurs;
+
+    bool contient(std::string_view autre_tete, std::uint32_t mobile) const {
+      return mobile >= debut && mobile - debut < facteurs.nombre() && tete == autre_tete;
+    }
+  };
+
+  const Tranche& trouver(const Dette& dette, std::string_view morceau, std::uint32_t mobile,
+                         std::uint64_t combien);
+
+  std::uint64_t largeur_;
+  std::vector<Tranche> tranches_;
+  std::size_t a_remplacer_ = 0;
+};
+
+}  // namespace premiers
