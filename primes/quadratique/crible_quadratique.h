@@ -13,9 +13,12 @@
 //   base        the multiplier k and the factor base
 //   polynome    families of polynomials and their roots
 //   tamis       the sieve array: where is a value probably smooth?
-//   relations   dividing these values out; pairing those with one large prime left
-//   algebre     which relations multiply to a square?
-//   racine      the square root and the gcd
+//   campagne    the first half, sieving and gathering, of all these and the next three:
+//   division    dividing these values by the base
+//   scission    the one or two large primes that are left
+//   relations   what is kept, and, counted by graphe, what it is worth
+//   resolution  the second half: cycles makes products without large primes of the relations,
+//               algebre finds those that multiply to a square, racine takes its root and the gcd
 // and below them entier, integers of 256 bits, and vecteurs, the loops that are worth vectors.
 //
 // Cost: exp((1 + o(1)) sqrt(ln n ln ln n)), whatever the factors; three digits more double it.
@@ -26,6 +29,8 @@
 #include <optional>
 
 #include "primes/arithmetique/suivi.h"
+#include "primes/quadratique/reglages.h"
+#include "primes/quadratique/scission.h"
 
 namespace premiers {
 
@@ -35,6 +40,13 @@ namespace premiers {
 /// ways). nullopt for any other number and, which a composite n is not expected to meet, when a
 /// generous limit of work is reached. The result depends on n only, not on the run. Memory: 16 MB
 /// at 60 digits, 45 MB at 70. `suivi` may throw.
-std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi = {});
+/// `scission` splits what is left of values with two large primes. The settings for more than 230
+/// bits count on it: without it, larger numbers take longer than they need.
+std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi = {},
+                                           quadratique::Scission scission = nullptr);
+
+/// The same with other settings than those for its size.
+std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const quadratique::Reglages& reglages,
+                                           const Suivi& suivi, quadratique::Scission scission);
 
 }  // namespace premiers
