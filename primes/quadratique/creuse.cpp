@@ -13,6 +13,18 @@ Ensemble difference_symetrique(const Ensemble& a, const Ensemble& b) {
   return r;
 }
 
+Ensemble somme(const std::vector<Ensemble>& ensembles, const Ensemble& numeros, std::size_t borne) {
+  std::vector<std::uint8_t> impair(borne);
+  for (const std::uint32_t k : numeros) {
+    for (const std::uint32_t i : ensembles[k]) impair[i] ^= 1;
+  }
+  Ensemble r;
+  for (std::uint32_t i = 0; i < borne; ++i) {
+    if (impair[i] != 0) r.push_back(i);
+  }
+  return r;
+}
+
 void garder_impairs(Ensemble& nombres) {
   std::sort(nombres.begin(), nombres.end());
   std::size_t gardes = 0;

@@ -19,6 +19,9 @@ struct MatriceCreuse {
 /// What is in one of the sets and not in the other: the sum of two columns.
 Ensemble difference_symetrique(const Ensemble& a, const Ensemble& b);
 
+/// The sum of those of the sets that have these numbers; all elements are below `borne`.
+Ensemble somme(const std::vector<Ensemble>& ensembles, const Ensemble& numeros, std::size_t borne);
+
 /// Puts the numbers into order and keeps those that occur an odd number of times, once.
 void garder_impairs(Ensemble& nombres);
 

@@ -17,8 +17,11 @@
 //   division    dividing these values by the base
 //   scission    the one or two large primes that are left
 //   relations   what is kept, and, counted by graphe, what it is worth
-//   resolution  the second half: cycles makes products without large primes of the relations,
-//               algebre finds those that multiply to a square, racine takes its root and the gcd
+//   resolution  the second half, of these three:
+//   cycles      products of relations without large primes
+//   noyau       those of them that multiply to a square: filtrage makes the matrix smaller, then
+//               lanczos solves it, or algebre if it is small
+//   racine      the square root and the gcd
 // and below them entier, integers of 256 bits, and vecteurs, the loops that are worth vectors.
 //
 // Cost: exp((1 + o(1)) sqrt(ln n ln ln n)), whatever the factors; three digits more double it.

@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "primes/quadratique/algebre.h"
 #include "primes/quadratique/cycles.h"
+#include "primes/quadratique/noyau.h"
 #include "primes/quadratique/racine.h"
 
 namespace premiers::quadratique {
@@ -19,16 +19,6 @@ std::vector<GrandsPremiers> aretes_de(const Recolte& recolte) {
   aretes.reserve(recolte.relations.size());
   for (const Relation& relation : recolte.relations) aretes.push_back(relation.grands);
   return aretes;
-}
-
-// The relations of a set of cycles, less those that are in an even number of them.
-Ensemble relations_de(const std::vector<Ensemble>& cycles, const std::vector<std::size_t>& membre) {
-  Ensemble indices;
-  for (const std::size_t c : membre) {
-    indices.insert(indices.end(), cycles[c].begin(), cycles[c].end());
-  }
-  garder_impairs(indices);
-  return indices;
 }
 
 }  // namespace
@@ -66,15 +56,11 @@ std::size_t retirer_fausses(const NTL::ZZ& n, Recolte& recolte,
 
 std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte,
                                              const std::function<void()>& signe_de_vie) {
-  constexpr std::size_t essais = 64;
   const std::vector<Ensemble> cycles = cycles_independants(aretes_de(recolte));
-  const MatriceCreuse creuse = matrice_des_exposants(recolte, cycles);
-  Matrice matrice(creuse.lignes, creuse.colonnes.size());
-  for (std::size_t j = 0; j < creuse.colonnes.size(); ++j) {
-    for (const std::uint32_t i : creuse.colonnes[j]) matrice.inverser(i, j);
-  }
-  for (const auto& membre : noyau(matrice, essais, signe_de_vie)) {
-    NTL::ZZ facteur = pgcd_des_racines(n, recolte, relations_de(cycles, membre));
+  const MatriceCreuse matrice = matrice_des_exposants(recolte, cycles);
+  for (const Ensemble& membre : noyau(matrice, signe_de_vie)) {
+    if (signe_de_vie) signe_de_vie();
+    NTL::ZZ facteur = pgcd_des_racines(n, recolte, somme(cycles, membre, recolte.relations.size()));
     if (facteur > 1 && facteur != n) return facteur;
   }
   return std::nullopt;
