@@ -82,11 +82,11 @@ NTL::ZZ essayer_en(const NTL::ZZ& n, const std::array<std::uint32_t, 8>& sigma, 
 
 }  // namespace
 
+// Under sanitizers nothing takes longer to compile than this; there, three of the five lengths do.
 NTL::ZZ essayer_huit_long(const NTL::ZZ& n, const std::array<std::uint32_t, 8>& sigma,
                           std::size_t b1, std::size_t b2) {
   const long bits = NTL::NumBits(n);
   if (bits <= AnneauHuit<3>::bits_maximum) return essayer_en<3>(n, sigma, b1, b2);
-    // Nothing takes longer to compile under sanitizers; three lengths are enough there.
 #if !defined(PREMIERS_ASSAINI)
   if (bits <= AnneauHuit<4>::bits_maximum) return essayer_en<4>(n, sigma, b1, b2);
 #endif
