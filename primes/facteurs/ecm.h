@@ -71,12 +71,35 @@ Point<A> suyama(const A& a, const std::uint32_t* sigma, Courbe<A>& courbe) {
     seize_v[i] = 16 * v[i];
     somme[i] = 3 * u[i] + v[i];
   }
-  const auto ru = a.entrer(u);
-  const auto rv = a.entrer(v);
-  const auto u3 = a.produit(a.carre(ru), ru);
-  const auto w = a.difference(rv, ru);
-  courbe = {a.produit(a.produit(a.carre(w), w), a.entrer(somme)), a.produit(u3, a.entrer(seize_v))};
-  return {u3, a.produit(a.carre(rv), rv)};
+  // A curve comes here once, so nothing is gained by a dozen products in line, which take as long to
+  // compile as all the rest. The results are not returned: see ecm_anneau_avx512.h.
+  using Residu = typename A::Residu;
+  const auto entrer = [&](const std::array<std::uint64_t, A::voies>& x, Residu& r)
+      __attribute__((noinline)) {
+    r = a.entrer(x);
+  };
+  const auto multiplier = [&](const Residu& x, Residu& r) __attribute__((noinline)) {
+    r = a.produit(r, x);
+  };
+  const auto cuber = [&](const Residu& x, Residu& r) {
+    r = x;
+    multiplier(x, r);
+    multiplier(x, r);
+  };
+  Residu ru, rv;
+  entrer(u, ru);
+  entrer(v, rv);
+  Point<A> depart;
+  cuber(ru, depart.x);
+  cuber(rv, depart.z);
+  const Residu w = a.difference(rv, ru);
+  Residu w3;
+  cuber(w, w3);
+  entrer(somme, courbe.numerateur);
+  multiplier(w3, courbe.numerateur);
+  entrer(seize_v, courbe.denominateur);
+  multiplier(depart.x, courbe.denominateur);
+  return depart;
 }
 
 /// The first stage: the point times lcm(1..b1), times 12.

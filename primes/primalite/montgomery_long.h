@@ -84,6 +84,18 @@ struct MontgomeryLong {
   }
 };
 
+// The products of all lengths are compiled once (montgomery_long.cpp).
+extern template EntierLong<2> MontgomeryLong<2>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<3> MontgomeryLong<3>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<4> MontgomeryLong<4>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<5> MontgomeryLong<5>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<6> MontgomeryLong<6>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<7> MontgomeryLong<7>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<8> MontgomeryLong<8>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<9> MontgomeryLong<9>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<10> MontgomeryLong<10>::produit(const Entier&, const Entier&) const;
+extern template EntierLong<11> MontgomeryLong<11>::produit(const Entier&, const Entier&) const;
+
 /// A number of words, as an argument.
 template <std::size_t L>
 using Longueur = std::integral_constant<std::size_t, L>;

@@ -81,7 +81,7 @@ TEST(PontPari, StartsNoThread) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator{fils}, {}), 1);
 }
 
-TEST(PontPari, ManyCallsTakeNoMoreMemoryThanFew) {
+TEST(PontPariLent, ManyCallsTakeNoMoreMemoryThanFew) {
   if (assaini) GTEST_SKIP() << "the sanitizer keeps freed memory";
   const auto travailler = [](int fois) {
     for (int i = 0; i < fois; ++i) {
