@@ -9,9 +9,10 @@
 // V_i^T A V_i (62.4 to 63.2 of 64); the others get their turn with the next block, and V_{i+1}
 // depends on the last three blocks.
 //
-// Cost: n / 63 rounds for n columns, each with two products by B and some inner products: n (w + 30) / 8
-// nanoseconds, about, for w entries a column. Memory: B, and ten words for a column. The dense
-// elimination (algebre.h) takes the cube of n instead, and n^2 / 8 bytes.
+// Cost: n / 63 rounds for n columns of w entries, each with two products by B and some by blocks,
+// in all 2 n (w + 30) nanoseconds a round as long as a word for each column fits the second-level
+// cache. Memory: B, and ten words for a column. The dense elimination (algebre.h) takes the cube of
+// n instead, and n^2 / 8 bytes.
 //
 // Limits: the last block, of less rank than 64, must be seen to be the last. What it leaves is put
 // right by an elimination of 128 columns (`membres`), so that no columns to spare are needed, as
