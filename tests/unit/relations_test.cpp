@@ -237,6 +237,8 @@ TEST(Relations, EveryOneHoldsAndNoneIsThereTwice) {
     ++par_nombre[(r.grands.petit > 1 ? 1U : 0U) + (r.grands.grand > 1 ? 1U : 0U)];
   }
   for (const std::size_t combien : par_nombre) EXPECT_GT(combien, 20U);
+  EXPECT_EQ(recolte.pleines, par_nombre[0]);
+  EXPECT_EQ(recolte.doubles, par_nombre[2]);
 }
 
 TEST(Relations, TheirCyclesAreAsManyAsCountedAndFreeOfLargePrimes) {
