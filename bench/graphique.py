@@ -5,6 +5,10 @@ from math import ceil, floor, log10
 
 LARGEUR, HAUTEUR = 900, 560
 GAUCHE, DROITE, HAUT, BAS = 80, 250, 50, 60
+PLACE_DES_NOMS_LONGS = 200  # more to the right
+# For charts of one program's own lines, in their order.
+PALETTE = ("#c0392b", "#2471a3", "#1e8449", "#7d3c98", "#b9770e", "#117a65", "#5d6d7e", "#a04000",
+           "#1a5276", "#6c3483", "#0e6655", "#922b21")
 COULEURS = {"premiers": "#c0392b", "primesieve": "#2471a3", "primecount": "#1e8449"}
 EXPOSANTS = str.maketrans("-0123456789", "⁻⁰¹²³⁴⁵⁶⁷⁸⁹")
 
@@ -20,8 +24,9 @@ def duree(k):
     return f"{10**(k + 3)} ms" if k >= -3 else f"{10**(k + 6)} µs"
 
 
-def dessiner(courbes, titre, axe_x):
-    """`courbes`: {(who, what): [(x, seconds) ...]}; a list is drawn dashed, a count solid."""
+def dessiner(courbes, titre, axe_x, palette=(), plafond=None):
+    """`courbes`: {(who, what): [(x, seconds) ...]}; a list is drawn dashed, a count solid. Colours go
+    by who, or from line to line where there is a palette. Points from `plafond` seconds on are hollow."""
     xs = [log10(x) for points in courbes.values() for x, _ in points]
     ys = [log10(y) for points in courbes.values() for _, y in points]
     x0, x1 = floor(min(xs)), max(ceil(max(xs)), floor(min(xs)) + 1)
@@ -33,16 +38,19 @@ def dessiner(courbes, titre, axe_x):
     def py(y):
         return HAUTEUR - BAS - (log10(y) - y0) / (y1 - y0) * (HAUTEUR - HAUT - BAS)
 
-    svg = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {LARGEUR} {HAUTEUR}" '
+    largeur = LARGEUR + (PLACE_DES_NOMS_LONGS if palette else 0)
+    svg = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {largeur} {HAUTEUR}" '
            'font-family="sans-serif" font-size="13">',
-           f'<rect width="{LARGEUR}" height="{HAUTEUR}" fill="white"/>',
+           f'<rect width="{largeur}" height="{HAUTEUR}" fill="white"/>',
            f'<text x="{GAUCHE}" y="28" font-size="17">{escape(titre)}</text>']
     svg += axes(px, py, range(x0, x1 + 1), range(y0, y1 + 1))
     milieu = (GAUCHE + LARGEUR - DROITE) / 2
     svg.append(f'<text x="{milieu}" y="{HAUTEUR - 14}" text-anchor="middle">'
                f'{escape(axe_x)}</text>')
     for numero, ((qui, quoi), points) in enumerate(courbes.items()):
-        svg += courbe(qui, quoi, [(px(x), py(y)) for x, y in sorted(points)], numero)
+        couleur = palette[numero % len(palette)] if palette else COULEURS.get(qui, "#7d3c98")
+        places = [(px(x), py(y), plafond is not None and y >= plafond) for x, y in sorted(points)]
+        svg += courbe(qui, quoi, places, numero, couleur)
     return "\n".join(svg + ["</svg>"]) + "\n"
 
 
@@ -62,13 +70,14 @@ def axes(px, py, en_x, en_y):
     return traits
 
 
-def courbe(qui, quoi, points, numero):
-    couleur = COULEURS.get(qui, "#7d3c98")
+def courbe(qui, quoi, points, numero, couleur):
+    """`points`: x, y, and whether the point is hollow."""
     tirets = ' stroke-dasharray="7 4"' if quoi == "list" else ""
-    suite = " ".join(f"{x:.1f},{y:.1f}" for x, y in points)
+    suite = " ".join(f"{x:.1f},{y:.1f}" for x, y, _ in points)
     x, y = LARGEUR - DROITE + 20, HAUT + 20 + 24 * numero
     return [f'<polyline points="{suite}" fill="none" stroke="{couleur}" stroke-width="2"{tirets}/>',
-            *(f'<circle cx="{a:.1f}" cy="{b:.1f}" r="3.5" fill="{couleur}"/>' for a, b in points),
+            *(f'<circle cx="{a:.1f}" cy="{b:.1f}" r="3.5" stroke="{couleur}" '
+              f'fill="{"white" if creux else couleur}"/>' for a, b, creux in points),
             f'<line x1="{x}" y1="{y}" x2="{x + 34}" y2="{y}" stroke="{couleur}" '
             f'stroke-width="2"{tirets}/>',
             f'<text x="{x + 42}" y="{y + 4}">{escape(qui)}: {quoi}</text>']

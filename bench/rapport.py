@@ -137,8 +137,8 @@ def lignes_du_groupe(groupe, faites):
     return [(ligne, r, ligne.exigences) for ligne, r in faites if ligne.groupe == groupe]
 
 
-def texte(faites, ecartees, lignes_machine):
-    """The report; `faites` are pairs of a row and its results."""
+def texte(faites, ecartees, lignes_machine, surface):
+    """The report; `faites` are pairs of a row and its results, `surface` is the section of that name."""
     parties = [ENTETE, *(f"- {l}" for l in lignes_machine)]
     for groupe in dict.fromkeys(ligne.groupe for ligne, _ in faites):
         parties += ["", f"## {groupe}", "", TABLE]
@@ -151,6 +151,7 @@ def texte(faites, ecartees, lignes_machine):
             parties += ["", f"{'; '.join(travaux)}: {note}"]
         if groupe == CROISSANCE:
             parties += ["", "![Counts and lists on logarithmic axes](performance.svg)"]
+    parties += ["", surface]
     sautes = [] if any(r.nom.endswith("(newest)") for _, resultats in faites for r in resultats) \
         else ["A newer primesieve than Debian's: none was named (`--primesieve-recent`)"]
     sautes += [f"{ligne.travail}: {r.nom} {r.absent}" for ligne, resultats in faites
@@ -187,11 +188,21 @@ def table_du_guide(faites):
 DEBUT, FIN = "<!-- written by bench/mesurer.py -->", "<!-- end -->"
 
 
-def inserer(fichier, tableau):
+SURFACE_DEBUT = "<!-- written by bench/surface.py -->"
+
+
+def inserer(fichier, tableau, debut=DEBUT):
     """Puts a table between the two marks of a document."""
-    avant, _, reste = fichier.read_text().partition(DEBUT)
+    avant, _, reste = fichier.read_text().partition(debut)
     apres = reste.partition(FIN)[2]
-    fichier.write_text(f"{avant}{DEBUT}\n{tableau}\n{FIN}{apres}")
+    fichier.write_text(f"{avant}{debut}\n{tableau}\n{FIN}{apres}")
+
+
+def surface_gardee(fichier):
+    """The section of bench/surface.py, marks included, which a new report takes over."""
+    avant = fichier.read_text() if fichier.exists() else ""
+    dedans = avant.partition(SURFACE_DEBUT)[2].partition(FIN)[0] or "\n"
+    return f"{SURFACE_DEBUT}{dedans}{FIN}"
 
 
 def ecrire_ailleurs(racine, faites):
@@ -213,7 +224,8 @@ def courbes(faites):
 
 def ecrire(dossier, faites, ecartees, lignes_machine):
     dossier.mkdir(parents=True, exist_ok=True)
-    (dossier / "performance.md").write_text(texte(faites, ecartees, lignes_machine))
+    rapport = dossier / "performance.md"
+    rapport.write_text(texte(faites, ecartees, lignes_machine, surface_gardee(rapport)))
     points = courbes(faites)
     if points:
         (dossier / "performance.svg").write_text(
