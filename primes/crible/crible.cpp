@@ -76,7 +76,7 @@ void Crible::remplir(std::span<std::uint8_t> octets, const Suivi& suivi) {
     moyens_.cribler(segment);
     if (plafond_ > premier_grand && (30 * suivant - 1) / premier_grand >= premier_grand) {
       if (grands_ == nullptr) grands_ = std::make_unique<CribleGrand>(octet_, fin_, memoire_);
-      grands_->cribler(segment, octet_, annoncer);
+      grands_->cribler(segment, annoncer);
     }
     octet_ = suivant;
     octets = octets.subspan(segment.size());
