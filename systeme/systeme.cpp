@@ -15,7 +15,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -201,12 +200,6 @@ std::uint64_t memoire_libre() {
   return std::min({memoire_de_la_machine(), memoire_des_groupes(), espace_d_adressage()});
 }
 
-void demander_grandes_pages([[maybe_unused]] void* debut, [[maybe_unused]] std::size_t taille) {
-#if defined(MADV_HUGEPAGE)
-  madvise(debut, taille, MADV_HUGEPAGE);
-#endif
-}
-
 Minuterie::Minuterie(int periode_ms, void (*geste)(void*), void* sujet) {
   rappel.sujet = sujet;
   rappel.geste = geste;
@@ -261,8 +254,6 @@ std::uint64_t memoire_des_groupes(const std::string& /*racine*/) {
 }
 
 std::uint64_t memoire_libre() { return memoire_des_groupes(); }
-
-void demander_grandes_pages(void* /*debut*/, std::size_t /*taille*/) {}
 
 Minuterie::Minuterie(int /*periode_ms*/, void (* /*geste*/)(void*), void* /*sujet*/) {}
 Minuterie::~Minuterie() = default;

@@ -57,14 +57,6 @@ std::uint64_t memoire_libre();
 /// none sets a limit. `racine` is the folder that holds /proc and /sys: a test has its own.
 std::uint64_t memoire_des_groupes(const std::string& racine = {});
 
-/// What large pages are a multiple of.
-inline constexpr std::size_t taille_grande_page = std::size_t{1} << 21;
-
-/// Tells the system that the memory from `debut` on, a multiple of `taille_grande_page`, is going to
-/// be used here and there all over: in large pages an access far away costs less, and so does the
-/// first one. No effect where it has none.
-void demander_grandes_pages(void* debut, std::size_t taille);
-
 /// Calls geste(sujet) every `periode_ms` milliseconds until the object is gone, whatever runs
 /// meanwhile; never where there are no timers. `geste` runs as a signal handler: it may only do
 /// what is safe there. One at a time.

@@ -43,13 +43,9 @@ struct CribleGarde {
   static std::uint64_t memoire(double nombre, std::uint64_t borne);
 
  private:
-  void jeter(std::uint64_t segment, std::uint64_t entree) {
-    seaux_.jeter(segment & masque_, entree);
-  }
-
   std::uint64_t debut_;       // the first byte of the next segment
-  std::uint64_t segment_;     // its number
-  std::uint64_t nombre_;      // of segments in the window
+  std::uint64_t fin_;         // of the window
+  std::uint64_t segment_;     // the number of the next one
   std::uint64_t masque_ = 0;  // buckets are taken again in a circle
   Seaux<std::uint64_t> seaux_;
 };

@@ -56,9 +56,8 @@ void CribleGrand::garder_jusqu_a(std::uint64_t racine, const Annonce& annoncer) 
     const auto octets =
         std::span{troncon}.first(std::min<std::uint64_t>(troncon.size(), fin - octet_garde_));
     cribleurs_->remplir(octets);
-    pour_chaque_premier(octets, octet_garde_, [&](std::uint64_t p) {
-      gardes_.ajouter(static_cast<std::uint32_t>(p));
-    });
+    pour_chaque_premier(octets, octet_garde_,
+                        [&](std::uint64_t p) { gardes_.ajouter(static_cast<std::uint32_t>(p)); });
     octet_garde_ += octets.size();
     if (annoncer) annoncer(fin_tour_);
   }
@@ -94,9 +93,11 @@ void CribleGrand::cribler(std::span<std::uint8_t> octets, const Annonce& annonce
         rayer_segment(masque_, annoncer);
       }
       n = std::min<std::uint64_t>(n, fin_segment_ - octet_);
-      const std::uint8_t* const masque = masque_.data() + (masque_.size() - (fin_segment_ - octet_));
-      std::transform(octets.data(), octets.data() + n, masque, octets.data(),
-                     [](std::uint8_t a, std::uint8_t b) { return static_cast<std::uint8_t>(a & b); });
+      const std::uint8_t* const masque =
+          masque_.data() + (masque_.size() - (fin_segment_ - octet_));
+      std::transform(
+          octets.data(), octets.data() + n, masque, octets.data(),
+          [](std::uint8_t a, std::uint8_t b) { return static_cast<std::uint8_t>(a & b); });
     }
     octet_ += n;
     octets = octets.subspan(n);

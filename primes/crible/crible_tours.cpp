@@ -34,7 +34,8 @@ void cribler_troncons(std::uint64_t octet, std::uint64_t fin, std::uint64_t plaf
   Crible crible(octet, fin, plafond);
   std::vector<std::uint8_t> troncon(std::min(taille_troncon, fin - octet));
   while (octet < fin) {
-    const auto octets = std::span{troncon}.first(std::min<std::uint64_t>(troncon.size(), fin - octet));
+    const auto octets =
+        std::span{troncon}.first(std::min<std::uint64_t>(troncon.size(), fin - octet));
     crible.remplir(octets);
     f(std::span<const std::uint8_t>{octets}, octet);
     octet += octets.size();
@@ -77,7 +78,8 @@ void CribleTours::pour_chaque_troncon(std::uint64_t octet_fin, F&& f) {
     return;
   }
   const std::uint64_t largeur = tour_.fin - tour_.debut;
-  const std::uint64_t milieu = std::clamp(largeur / 30, octet_borne_, std::max(octet_borne_, octet_fin));
+  const std::uint64_t milieu =
+      std::clamp(largeur / 30, octet_borne_, std::max(octet_borne_, octet_fin));
   cribler_troncons(octet_borne_, milieu, ~std::uint64_t{0}, f);
   cribler_troncons(milieu, octet_fin, plafond_candidats(largeur), f);
 }

@@ -15,9 +15,9 @@ namespace {
 
 // The constants of the border, in nanoseconds on a Xeon at 2.5 GHz; only their ratios matter. Half
 // or twice `depart` costs some percent.
-constexpr double depart = 13;     // to start a prime
-constexpr double regard = 1.0;    // to see that a prime has no multiple in a round
-constexpr double detour = 1.0;    // for a multiple of a prime that is not kept, above one that is
+constexpr double depart = 13;   // to start a prime
+constexpr double regard = 1.0;  // to see that a prime has no multiple in a round
+constexpr double detour = 1.0;  // for a multiple of a prime that is not kept, above one that is
 
 /// The primes up to here are kept in a window of so many integers, for the sake of time.
 double borne_de_temps(double largeur, double tour) {
@@ -42,9 +42,9 @@ std::uint64_t memoire_des_gardes(std::uint64_t plus_petit, std::uint64_t borne) 
 /// What the rounds take: entries, with a part of a block too much for each bucket.
 std::uint64_t memoire_du_tour(std::uint64_t tour, std::uint64_t borne, std::uint64_t racine) {
   if (borne >= racine) return 0;
-  const double entrees = 30 * static_cast<double>(tour) *
-                         multiples_par_entier(static_cast<double>(borne),
-                                              static_cast<double>(racine));
+  const double entrees =
+      30 * static_cast<double>(tour) *
+      multiples_par_entier(static_cast<double>(borne), static_cast<double>(racine));
   return static_cast<std::uint64_t>(4 * entrees) +
          (tour / CribleGarde::taille_segment + 1) * Blocs::taille_bloc;
 }

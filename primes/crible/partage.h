@@ -14,7 +14,7 @@
 // Memory: 8 bytes for each prime that is kept, 4 bytes for each multiple in a round, and, where there
 // are several rounds, a bit for each number prime to 30 up to the root, so that the primes are found
 // only once. Where that is more than allowed, primes are left to the rounds, then the bits are left
-// out, then the rounds are shortened, to 18 MB if need be.
+// out, then the rounds are shortened, to 22 MB if need be.
 #pragma once
 
 #include <cstdint>
@@ -23,9 +23,9 @@ namespace premiers {
 
 /// What is done with the large primes of a window.
 struct Partage {
-  std::uint64_t borne;  // primes up to here are kept
-  std::uint64_t tour;   // bytes of the longest round for the others
-  bool notes;           // whether the others' bits are kept from round to round
+  std::uint64_t borne;    // primes up to here are kept
+  std::uint64_t tour;     // bytes of the longest round for the others
+  bool notes;             // whether the others' bits are kept from round to round
   std::uint64_t memoire;  // bytes that all of that takes, about
 
   /// The longest round: longer ones go through the primes less often, but leave the caches.

@@ -15,9 +15,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <new>
 #include <vector>
+
+#include "systeme/grandes_pages.h"
 
 namespace premiers {
 
@@ -35,12 +35,9 @@ struct Blocs {
   void rendre(void* bloc) { libres_.push_back(bloc); }
 
  private:
-  struct Liberer {
-    void operator()(std::byte* morceau) const;
-  };
   void agrandir();
 
-  std::vector<std::unique_ptr<std::byte, Liberer>> morceaux_;
+  std::vector<systeme::GrandesPages> morceaux_;
   std::vector<void*> libres_;
 };
 

@@ -93,10 +93,9 @@ std::size_t multiples_portable(std::span<const std::uint32_t> candidats, const F
 constexpr Instructions besoin_avx512 =
     instructions::avx512f | instructions::avx512dq | instructions::avx512vl | instructions::popcnt;
 
-
 /// Writes the p flagged in `octets` to `sortie`, which has room for 16 more; returns how many.
-[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t extraire(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
-                                  std::uint32_t* sortie) {
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t extraire(
+    std::span<const std::uint8_t> octets, std::uint64_t premier_octet, std::uint32_t* sortie) {
   __m512i valeurs[4];
   for (std::size_t i = 0; i < 4; ++i) {
     const auto* quart = reinterpret_cast<const __m128i*>(valeurs_bits.data() + 16 * i);
@@ -126,7 +125,9 @@ constexpr Instructions besoin_avx512 =
 }
 
 /// Keeps those of `n` candidates that may have an odd multiple; returns how many.
-[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t filtrer(std::uint32_t* candidats, std::size_t n, const Bornes& w) {
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t filtrer(std::uint32_t* candidats,
+                                                                        std::size_t n,
+                                                                        const Bornes& w) {
   const __m512d debut = _mm512_set1_pd(w.debut);
   const __m512d fin = _mm512_set1_pd(w.fin);
   const __m512d en_bas = _mm512_set1_pd(w.en_bas);
@@ -148,9 +149,9 @@ constexpr Instructions besoin_avx512 =
   return nombre;
 }
 
-[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t touches_avx512(std::span<const std::uint8_t> octets,
-                                        std::uint64_t premier_octet, const Fenetre& fenetre,
-                                        std::uint32_t* sortie) {
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t touches_avx512(
+    std::span<const std::uint8_t> octets, std::uint64_t premier_octet, const Fenetre& fenetre,
+    std::uint32_t* sortie) {
   constexpr std::size_t a_la_fois = 512;  // bytes, so that their candidates stay in the L1 cache
   const Bornes w = bornes(fenetre, 30 * premier_octet);
   std::size_t nombre = 0;
@@ -168,19 +169,21 @@ struct Huit {
   __m512i h;         // (cofactor - 1) / 2 mod 105
 };
 
-[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] inline Huit premiers_multiples(__m256i candidats, std::uint64_t debut) {
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] inline Huit premiers_multiples(
+    __m256i candidats, std::uint64_t debut) {
   const __m512i p = _mm512_maskz_cvtepu32_epi64(0xFF, candidats);
   const __m512i pas = _mm512_add_epi64(p, p);
   const __m512d s = _mm512_set1_pd(static_cast<double>(debut));
   const __m512d quotient = _mm512_mul_pd(s, inverses(_mm512_maskz_cvtepu32_pd(0xFF, candidats)));
   // The quotient is off by less than one, so its odd part by one step at most, and only downward.
-  const __m512i q = _mm512_or_epi64(_mm512_maskz_cvttpd_epi64(0xFF, quotient), _mm512_set1_epi64(1));
+  const __m512i q =
+      _mm512_or_epi64(_mm512_maskz_cvttpd_epi64(0xFF, quotient), _mm512_set1_epi64(1));
   const __m512i m = _mm512_sub_epi64(_mm512_mullo_epi64(q, p),
                                      _mm512_set1_epi64(static_cast<std::int64_t>(debut)));
   const __mmask8 trop_bas = _mm512_movepi64_mask(m);
   const __m512i n = _mm512_maskz_srli_epi64(0xFF, q, 1);
-  const __m512d moitie = _mm512_maskz_cvtepi64_pd(
-      0xFF, _mm512_mask_add_epi64(n, trop_bas, n, _mm512_set1_epi64(1)));
+  const __m512d moitie =
+      _mm512_maskz_cvtepi64_pd(0xFF, _mm512_mask_add_epi64(n, trop_bas, n, _mm512_set1_epi64(1)));
   // The middle of a period's step, so that no rounding reaches the next.
   const __m512d tours = _mm512_maskz_roundscale_pd(
       0xFF,
@@ -190,10 +193,9 @@ struct Huit {
   return {pas, _mm512_mask_add_epi64(m, trop_bas, m, pas), _mm512_maskz_cvttpd_epi64(0xFF, h)};
 }
 
-[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t multiples_avx512(std::span<const std::uint32_t> candidats,
-                                          const Fenetre& fenetre, std::uint32_t* sortie) {
-  const __m512i largeur =
-      _mm512_set1_epi64(static_cast<std::int64_t>(fenetre.fin - fenetre.debut));
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t multiples_avx512(
+    std::span<const std::uint32_t> candidats, const Fenetre& fenetre, std::uint32_t* sortie) {
+  const __m512i largeur = _mm512_set1_epi64(static_cast<std::int64_t>(fenetre.fin - fenetre.debut));
   const __m512i table = _mm512_loadu_si512(premiers_a_105.data());
   const __m512i un = _mm512_set1_epi64(1);
   // m / 30 = m (2^36 / 30) / 2^36 for m < 2^32; the bit of an odd m from four bits for m mod 30.
@@ -205,20 +207,23 @@ struct Huit {
   for (std::size_t i = 0; i < candidats.size(); i += 8) {
     const std::size_t n = std::min<std::size_t>(candidats.size() - i, 8);
     const auto valides = static_cast<__mmask8>((1u << n) - 1);
-    Huit x = premiers_multiples(_mm256_maskz_loadu_epi32(valides, candidats.data() + i),
-                                fenetre.debut);
+    Huit x =
+        premiers_multiples(_mm256_maskz_loadu_epi32(valides, candidats.data() + i), fenetre.debut);
     for (;;) {
       const __mmask8 dedans = _mm512_mask_cmplt_epu64_mask(valides, x.multiple, largeur);
       if (dedans == 0) break;
-      const __m512i mot = _mm512_maskz_permutexvar_epi64(0xFF, _mm512_maskz_srli_epi64(0xFF, x.h, 6), table);
-      const __m512i decale = _mm512_maskz_srlv_epi64(0xFF, 
-          mot, _mm512_and_epi64(x.h, _mm512_set1_epi64(63)));
+      const __m512i mot =
+          _mm512_maskz_permutexvar_epi64(0xFF, _mm512_maskz_srli_epi64(0xFF, x.h, 6), table);
+      const __m512i decale =
+          _mm512_maskz_srlv_epi64(0xFF, mot, _mm512_and_epi64(x.h, _mm512_set1_epi64(63)));
       const __mmask8 utile = _mm512_mask_test_epi64_mask(dedans, decale, un);
-      const __m512i octet = _mm512_maskz_srli_epi64(0xFF, _mm512_maskz_mul_epu32(0xFF, x.multiple, par_30), 36);
-      const __m512i reste = _mm512_sub_epi64(
-          x.multiple, _mm512_maskz_mul_epu32(0xFF, octet, _mm512_set1_epi64(30)));
+      const __m512i octet =
+          _mm512_maskz_srli_epi64(0xFF, _mm512_maskz_mul_epu32(0xFF, x.multiple, par_30), 36);
+      const __m512i reste =
+          _mm512_sub_epi64(x.multiple, _mm512_maskz_mul_epu32(0xFF, octet, _mm512_set1_epi64(30)));
       const __m512i bit = _mm512_and_epi64(
-          _mm512_maskz_srlv_epi64(0xFF, bits, _mm512_maskz_slli_epi64(0xFF, _mm512_sub_epi64(reste, un), 1)),
+          _mm512_maskz_srlv_epi64(0xFF, bits,
+                                  _mm512_maskz_slli_epi64(0xFF, _mm512_sub_epi64(reste, un), 1)),
           _mm512_set1_epi64(7));
       const __m512i entree = _mm512_or_epi64(_mm512_maskz_slli_epi64(0xFF, octet, 3), bit);
       _mm256_storeu_si256(
@@ -232,7 +237,6 @@ struct Huit {
   }
   return nombre;
 }
-
 
 #endif
 

@@ -33,10 +33,10 @@ std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t premier_
                     const Fenetre& fenetre, std::uint32_t* sortie);
 Versions<decltype(&touches)> versions_de_touches();
 
-/// Writes, in any order, those odd multiples of the odd numbers `candidats` in the window whose
-/// cofactor is prime to 210 to `sortie`, as 8 * byte + bit counted from the window's start, and
-/// returns how many. The window starts at a multiple of 30, ends at 2^63 + 30 at most and is no wider
-/// than 2^30; the candidates are in [2^19, 2^32). `sortie` has room for all odd multiples, and 8
+/// Writes, in any order, those odd multiples of the numbers `candidats` in the window whose cofactor
+/// is prime to 210 to `sortie`, as 8 * byte + bit counted from the window's start, and returns how
+/// many. The window starts at a multiple of 30, ends at 2^63 + 30 at most and is no wider than 2^30;
+/// the candidates are prime to 30, in [2^19, 2^32). `sortie` has room for all odd multiples, and 8
 /// more.
 std::size_t multiples(std::span<const std::uint32_t> candidats, const Fenetre& fenetre,
                       std::uint32_t* sortie);
