@@ -99,6 +99,27 @@ def lignes_de_listes(o):
     return lignes
 
 
+def lignes_de_fenetres(o):
+    """Wide windows far out, against the newest primesieve where one was named."""
+    def rivaux(*mots, **reste):
+        return recent(o, *mots, **reste) or [primesieve(*mots, **reste)]
+
+    def compte(titre, debut, largeur, **reste):
+        fin = debut + largeur - 1
+        return Ligne(GROUPES[1], titre, session(o, bornes(debut, fin, True), effectif),
+                     rivaux(debut, fin), ratio(1.0, 0.8), lente=True, lancements=3, **reste)
+    debut, fin = 10**18, 10**18 + 10**8 - 1
+    return [
+        *(compte(f"count of the 10^{k} integers after 10^{n}", 10**n, 10**k)
+          for k in (9, 10) for n in (15, 18)),
+        compte("count of the 10^9 integers that end at 2^63 - 1", DEUX_63 - 10**9 + 1, 10**9),
+        Ligne(GROUPES[1], "list of the 10^8 integers after 10^18, to /dev/null",
+              session(o, bornes(debut, fin, False), bornes_listees),
+              rivaux(debut, fin, "-p", lire=nombres_listes), ratio(0.8, 0.5), lente=True,
+              lancements=3),
+    ]
+
+
 def lignes_de_comptes(o):
     bas = 9_223_372_036_844_775_807
     fin_de_liste = DEUX_63 - 999
@@ -157,4 +178,5 @@ def lignes_de_croissance(o):
 
 def lignes_du_moteur(o):
     return (lignes_de_reponses(o) + lignes_de_crible(o)
-            + lignes_de_listes(o) + lignes_de_comptes(o) + lignes_de_croissance(o))
+            + lignes_de_listes(o) + lignes_de_fenetres(o) + lignes_de_comptes(o)
+            + lignes_de_croissance(o))

@@ -32,6 +32,7 @@ std::vector<Boucle> boucles() {
           decrire("compter_par_ligne", versions_de_compter_par_ligne()),
           decrire("compter_bits", versions_de_compter_bits()),
           decrire("touches", versions_de_touches()),
+          decrire("multiples", versions_de_multiples()),
           decrire("precribler", versions_de_precribler()),
           decrire("segment", SegmentCompte::versions_des_noyaux()),
           decrire("lot", versions_du_lot()),

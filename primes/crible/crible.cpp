@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <vector>
 
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/precrible.h"
+#include "systeme/grandes_pages.h"
 
 namespace premiers {
 
@@ -76,7 +76,7 @@ void Crible::remplir(std::span<std::uint8_t> octets, const Suivi& suivi) {
     moyens_.cribler(segment);
     if (plafond_ > premier_grand && (30 * suivant - 1) / premier_grand >= premier_grand) {
       if (grands_ == nullptr) grands_ = std::make_unique<CribleGrand>(octet_, fin_, memoire_);
-      grands_->cribler(segment, octet_, annoncer);
+      grands_->cribler(segment, annoncer);
     }
     octet_ = suivant;
     octets = octets.subspan(segment.size());
@@ -92,10 +92,9 @@ std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& 
   std::uint64_t octet = a / 30;
   const std::uint64_t fin = b / 30 + 1;
   Crible crible(octet, fin, ~std::uint64_t{0}, memoire);
-  std::vector<std::uint8_t> tampon(crible.taille());
+  const systeme::GrandesPages tampon(crible.taille());
   while (octet < fin) {
-    const auto segment =
-        std::span{tampon}.first(std::min<std::uint64_t>(tampon.size(), fin - octet));
+    const auto segment = tampon.octets().first(std::min<std::uint64_t>(tampon.size(), fin - octet));
     crible.remplir(segment, suivi);
     if (octet == a / 30) segment.front() &= drapeaux_a_partir_de(a % 30);
     octet += segment.size();

@@ -39,7 +39,7 @@ struct Crible {
   /// max(plafond, 163), or prime.
   ///
   /// `memoire` is the budget of the large primes, in bytes: what they take stays below it (but for
-  /// the least they can do with, 18 MB). Less of it costs time above 10^15 or so.
+  /// the least they can do with, 22 MB). Less of it costs time above 10^15 or so.
   Crible(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t plafond = ~std::uint64_t{0},
          std::uint64_t memoire = CribleGrand::memoire_max);
 

@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
-// How a bucket gets its next block.
+// How the store of blocks grows.
 #include "primes/crible/seaux.h"
 
 namespace premiers {
 
-void Seaux::agrandir(Seau& s) {
-  std::unique_ptr<Bloc> bloc;
-  if (libres.empty()) {
-    bloc = std::make_unique_for_overwrite<Bloc>();
-  } else {
-    bloc = std::move(libres.back());
-    libres.pop_back();
+namespace {
+
+constexpr std::size_t taille_morceau = std::size_t{1} << 22;
+static_assert(systeme::GrandesPages::taille_page % Blocs::taille_bloc == 0);
+
+}  // namespace
+
+void Blocs::agrandir() {
+  morceaux_.emplace_back(taille_morceau);
+  libres_.reserve(morceaux_.size() * (taille_morceau / taille_bloc));
+  // From the last to the first, so that what is never used is never touched.
+  for (std::size_t o = taille_morceau; o > 0; o -= taille_bloc) {
+    libres_.push_back(morceaux_.back().data() + o - taille_bloc);
   }
-  s.blocs.push_back(std::move(bloc));
-  s.ici = s.blocs.back()->data();
-  s.fin = s.ici + s.blocs.back()->size();
 }
 
 }  // namespace premiers

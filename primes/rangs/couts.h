@@ -15,30 +15,34 @@ namespace premiers {
 
 /// Sieving `largeur` integers that end at x. An integer costs what its crossings cost, more from
 /// 10^12 on, where they go through buckets; each sieving prime up to the root costs once to be found
-/// and placed, those below 2^20 with their state more than the others, which cost anew for each round.
+/// and placed, those below 2^20 with their state more than the others. These cost something anew for
+/// each round, until the window is so wide that it pays to keep them (primes/crible/partage.h).
 inline double cout_crible(double largeur, double x) {
   constexpr double preparation = 10'000;
   constexpr double par_entier = 0.13;          // at 10^8,
   constexpr double par_decade = 0.07;          // for each factor of ten above,
-  constexpr double par_decade_de_seaux = 0.3;  // and above 10^12
+  constexpr double par_decade_de_seaux = 0.1;  // and above 10^12
   constexpr double par_petit_cribleur = 28;
-  constexpr double par_grand_cribleur = 11;
+  constexpr double par_grand_cribleur = 3.5;
   constexpr double petits_cribleurs = 82'000;
-  constexpr double entiers_par_tour = 2.5e8;
+  constexpr double par_grand_cribleur_et_tour = 1.2;
+  constexpr double entiers_par_tour = 1e9;
+  constexpr double tours_sans_garder = 10;
   const double decades = std::log10(std::max(x, 1e8)) - 8;
   const double entier =
       par_entier + par_decade * decades + par_decade_de_seaux * std::max(decades - 4, 0.0);
   const double racine = std::sqrt(x);
   const double cribleurs = racine / std::max(std::log(racine) - 1, 1.0);
+  const double tours = std::min(largeur / entiers_par_tour, tours_sans_garder);
   return preparation + largeur * entier +
          std::min(cribleurs, petits_cribleurs) * par_petit_cribleur +
-         std::max(cribleurs - petits_cribleurs, 0.0) * par_grand_cribleur *
-             std::max(largeur / entiers_par_tour, 1.0);
+         std::max(cribleurs - petits_cribleurs, 0.0) *
+             (par_grand_cribleur + tours * par_grand_cribleur_et_tour);
 }
 
 /// Deciding `largeur` integers one by one, odd or even.
 inline double cout_un_par_un(double largeur) {
-  constexpr double par_entier = 50;
+  constexpr double par_entier = 70;
   return largeur * par_entier;
 }
 

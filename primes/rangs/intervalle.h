@@ -10,10 +10,10 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <vector>
 
 #include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible.h"
+#include "systeme/grandes_pages.h"
 
 namespace premiers {
 
@@ -50,7 +50,7 @@ struct Fenetres {
   std::size_t taille_ = 0;
   std::optional<Crible> crible_;
   std::span<const std::uint8_t> cribles_;
-  std::vector<std::uint8_t> tampon_;
+  systeme::GrandesPages tampon_;
 };
 
 /// The primes of an interval in increasing order, batch after batch.

@@ -4,17 +4,13 @@
 
 #include <cstdint>
 
-#include "primes/crible/crible_grand.h"
-
 namespace premiers {
 
 /// The bytes of one stretch that is sieved at once, and so of one round of the sieve. Each round goes
 /// through all sieving primes: half of it costs 1.6 times as much just below 2^63.
 inline constexpr std::uint64_t octets_par_tranche = std::uint64_t{1} << 23;
 
-/// What the sieve of one stretch or listing may take for its large primes: what such a round needs at
-/// most, some 105 MB of it just below 2^63.
-inline constexpr std::uint64_t memoire_des_rangs =
-    CribleGrand::octets_par_octet * octets_par_tranche;
+/// What the sieve of one stretch or listing may take for its large primes.
+inline constexpr std::uint64_t memoire_des_rangs = std::uint64_t{100} << 20;
 
 }  // namespace premiers

@@ -9,8 +9,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <random>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
@@ -18,6 +20,8 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/compte/compte.h"
 #include "primes/crible/crible_grand.h"
+#include "primes/crible/partage.h"
+#include "primes/crible/roue_30030.h"
 
 namespace premiers {
 namespace {
@@ -309,6 +313,189 @@ TEST(Crible, RoundsOfLargePrimesFollowOnOneAnother) {
   const std::uint64_t a = dix(13);
   const std::uint64_t b = a + 600'000'000;
   EXPECT_EQ(compter_par_crible(a, b), nombre_premiers(b) - nombre_premiers(a - 1));
+}
+
+// ---- Large sieving primes, kept or looked for in each round ------------------------------------
+
+/// The bytes of a window after the large sieving primes, which find no flag cleared, in the pieces
+/// that `taille` gives.
+template <class Taille>
+std::vector<std::uint8_t> rayer_les_grands(std::uint64_t octet, std::uint64_t fin,
+                                           const Partage& partage, Taille taille) {
+  std::vector<std::uint8_t> octets(fin - octet, 0xFF);
+  CribleGrand grands(octet, fin, partage);
+  for (std::size_t i = 0; i < octets.size();) {
+    const std::size_t n = std::min<std::size_t>(octets.size() - i, taille());
+    grands.cribler(std::span{octets}.subspan(i, n), {});
+    i += n;
+  }
+  return octets;
+}
+
+/// The same by walking from one odd multiple of each prime to the next.
+std::vector<std::uint8_t> rayer_pas_a_pas(std::uint64_t octet, std::uint64_t fin) {
+  std::vector<std::uint8_t> octets(fin - octet, 0xFF);
+  const std::uint64_t racine = racine_carree(30 * fin - 1);
+  const std::uint64_t premier = CribleGrand::premier_grand / 30 + 1;
+  if (racine / 30 < premier) return octets;
+  pour_chaque_premier(cribler(premier, racine / 30 + 1), premier, [&](std::uint64_t p) {
+    if (p > racine) return;
+    std::uint64_t q = std::max(p, (30 * octet + p - 1) / p | 1);
+    for (; p * q < 30 * fin; q += 2) {
+      if (q % 3 == 0 || q % 5 == 0) continue;
+      std::uint8_t& ici = octets[p * q / 30 - octet];
+      ici = static_cast<std::uint8_t>(ici & ~(1U << indice_suivant[p * q % 30]));
+    }
+  });
+  return octets;
+}
+
+/// Leaves only the flags of numbers that 7, 11 and 13 do not divide: of the others the large primes
+/// may clear any.
+void sans_petits_facteurs(std::vector<std::uint8_t>& octets, std::uint64_t octet) {
+  for (std::size_t i = 0; i < octets.size(); ++i) {
+    for (std::size_t b = 0; b < 8; ++b) {
+      const std::uint64_t n = 30 * (octet + i) + residus[b];
+      if (n % 7 == 0 || n % 11 == 0 || n % 13 == 0) {
+        octets[i] = static_cast<std::uint8_t>(octets[i] & ~(1U << b));
+      }
+    }
+  }
+}
+
+struct Repartition {
+  std::uint64_t borne;
+  std::uint64_t tour;
+  bool notes;
+};
+
+/// What has a large prime factor is crossed off, but perhaps by a smaller one, and no prime is:
+/// candidates of the rounds that are no primes may clear other composite numbers.
+void verifier_les_grands(std::vector<std::uint8_t> octets,
+                         const std::vector<std::uint8_t>& attendus, std::uint64_t octet,
+                         const std::string& quoi) {
+  sans_petits_facteurs(octets, octet);
+  std::size_t manques = 0;
+  std::size_t de_trop = 0;
+  for (std::size_t i = 0; i < octets.size(); ++i) {
+    manques += (octets[i] & ~attendus[i]) != 0;
+    for (unsigned b = 0; b < 8; ++b) {
+      const bool seulement_la = (attendus[i] & ~octets[i]) >> b & 1U;
+      de_trop += seulement_la && premier_lent(30 * (octet + i) + residus[b]);
+    }
+  }
+  EXPECT_EQ(manques, 0U) << "not crossed off, " << quoi;
+  EXPECT_EQ(de_trop, 0U) << "primes crossed off, " << quoi;
+}
+
+/// Compares the sieve with the plain walk, with these shares between its two ways.
+void comparer_les_grands(std::uint64_t octet, std::uint64_t fin,
+                         std::initializer_list<Repartition> repartitions) {
+  auto attendus = rayer_pas_a_pas(octet, fin);
+  sans_petits_facteurs(attendus, octet);
+  std::mt19937_64 hasard(octet);
+  for (const Repartition& r : repartitions) {
+    const Partage partage{r.borne, r.tour, r.notes, 0};
+    const std::string quoi = std::to_string(octet) + " to " + std::to_string(fin) +
+                             ", kept up to " + std::to_string(r.borne);
+    verifier_les_grands(
+        rayer_les_grands(octet, fin, partage, [] { return CribleGarde::taille_segment; }), attendus,
+        octet, quoi);
+    const auto morceau = [&] {
+      return hasard() % 3 == 0 ? CribleGarde::taille_segment : 1 + hasard() % 600'000;
+    };
+    verifier_les_grands(rayer_les_grands(octet, fin, partage, morceau), attendus, octet,
+                        "in pieces, " + quoi);
+  }
+}
+
+constexpr std::uint64_t seg = CribleGarde::taille_segment;
+constexpr std::uint64_t aucune_gardee = CribleGrand::premier_grand;
+constexpr std::uint64_t toutes_gardees = std::uint64_t{1} << 32;
+
+TEST(CribleGrand, WindowsOfEveryWidthAsByAPlainWalk) {
+  std::mt19937_64 hasard(6);
+  for (const std::uint64_t largeur :
+       {std::uint64_t{1}, seg - 1, seg, seg + 1, 2 * seg + 1, 4 * seg + 1}) {
+    const std::uint64_t octet = dix(13) * 3 / 30 + hasard() % 1'000'000;
+    comparer_les_grands(octet, octet + largeur,
+                        {{aucune_gardee, Partage::tour_min, false},
+                         {3'000'000, Partage::tour_min, true},
+                         {5'000'000, Partage::tour_max, false},
+                         {toutes_gardees, Partage::tour_max, false}});
+  }
+}
+
+// Few buckets, which are taken again in a circle, and rounds that begin while primes wait.
+TEST(CribleGrand, MoreSegmentsThanBucketsAsByAPlainWalk) {
+  const std::uint64_t octet = dix(13) / 30 + 12345;
+  comparer_les_grands(octet, octet + 11 * seg + 5,
+                      {{1'300'000, Partage::tour_min, true},
+                       {2'000'000, 2 * Partage::tour_min, false},
+                       {toutes_gardees, Partage::tour_min, false}});
+}
+
+// The root of the window's end grows over new primes while the window is sieved.
+TEST(CribleGrand, PrimesThatComeInLaterAsByAPlainWalk) {
+  constexpr std::uint64_t seuil = CribleGrand::premier_grand * CribleGrand::premier_grand / 30;
+  comparer_les_grands(seuil + 1'000'000, seuil + 1'000'000 + 12 * seg + 99,
+                      {{aucune_gardee, Partage::tour_min, true},
+                       {1'048'700, Partage::tour_min, false},
+                       {toutes_gardees, Partage::tour_min, false}});
+}
+
+TEST(CribleLent, LargePrimesUpToTheEndOfTheNumbers) {
+  comparer_les_grands(Crible::octet_max - seg - 4321, Crible::octet_max,
+                      {{40'000'000, Partage::tour_min, false},
+                       {600'000'000, Partage::tour_min, true}});
+}
+
+// Every share is the same work, so the count must be the same, down to a memory that is not enough
+// for anything; it is also the difference of two counts by the method that sieves no window.
+TEST(CribleGrand, LittleMemoryChangesNoCount) {
+  const std::uint64_t a = dix(13) + 17;
+  const std::uint64_t b = a + 300'000'000;
+  const std::uint64_t attendu = nombre_premiers(b) - nombre_premiers(a - 1);
+  for (const std::uint64_t mega : {0, 1, 20, 40, 100}) {
+    EXPECT_EQ(compter_par_crible(a, b, {}, mega << 20), attendu) << mega;
+  }
+}
+
+// Counted by primesieve 12.16, another program.
+TEST(CribleLent, CountsFarOutAsByAnotherProgram) {
+  EXPECT_EQ(compter_par_crible(dix(18), dix(18) + dix(8) - 1), 2'414'886U);
+  EXPECT_EQ(compter_par_crible(dix(15), dix(15) + dix(9) - 1), 28'946'421U);
+  EXPECT_EQ(compter_par_crible(dix(18), dix(18) + dix(8) - 1, {}, 30 << 20), 2'414'886U);
+}
+
+TEST(Partage, StaysWithinItsMemory) {
+  constexpr std::uint64_t le_moins = std::uint64_t{22} << 20;
+  for (std::uint64_t largeur = 1; largeur < std::uint64_t{1} << 40; largeur = 3 * largeur + 1) {
+    for (int k = 13; k <= 18; ++k) {
+      const std::uint64_t fin = std::min(dix(k) / 30 + largeur, Crible::octet_max);
+      for (std::uint64_t memoire = 1 << 20; memoire <= std::uint64_t{1} << 31; memoire *= 2) {
+        const Partage p = partager(fin - std::min(fin, largeur), fin, aucune_gardee, memoire);
+        ASSERT_LE(p.memoire, std::max(memoire, le_moins)) << largeur << " at 10^" << k;
+        ASSERT_GE(p.borne, aucune_gardee);
+        ASSERT_LE(p.borne, std::max(aucune_gardee, racine_carree(30 * fin - 1)));
+        ASSERT_GE(p.tour, Partage::tour_min);
+        ASSERT_LE(p.tour, Partage::tour_max);
+      }
+    }
+  }
+}
+
+TEST(Partage, TheWiderTheWindowTheMoreIsKept) {
+  constexpr std::uint64_t memoire = std::uint64_t{1} << 31;
+  const std::uint64_t octet = dix(18) / 30;
+  std::uint64_t avant = 0;
+  for (std::uint64_t largeur = 1 << 16; largeur < std::uint64_t{1} << 32; largeur *= 2) {
+    const Partage p = partager(octet, octet + largeur, aucune_gardee, memoire);
+    EXPECT_GE(p.borne, avant) << largeur;
+    EXPECT_EQ(p.notes, largeur > p.tour && p.borne < racine_carree(30 * (octet + largeur) - 1));
+    avant = p.borne;
+  }
+  EXPECT_EQ(avant, racine_carree(30 * (octet + (std::uint64_t{1} << 31)) - 1));
 }
 
 TEST(Crible, ACeilingLeavesTheNumbersWithoutASmallFactor) {

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "systeme/grandes_pages.h"
+
+#include <new>
+#include <utility>
+
+// PREMIERS_SANS_POSIX: the tests build the portable way as well.
+#if defined(__linux__) && !defined(PREMIERS_SANS_POSIX)
+#include <sys/mman.h>
+#endif
+
+namespace premiers::systeme {
+
+namespace {
+
+constexpr std::size_t minimum = GrandesPages::taille_page / 4;
+constexpr std::align_val_t alignement{GrandesPages::taille_page};
+
+}  // namespace
+
+GrandesPages::GrandesPages(std::size_t taille) : taille_(taille) {
+  if (taille < minimum) {
+    debut_ = static_cast<std::uint8_t*>(::operator new(taille));
+    return;
+  }
+  // Whole pages, so that none is shared with other memory and stays small for that.
+  const std::size_t pages = (taille + taille_page - 1) / taille_page * taille_page;
+  debut_ = static_cast<std::uint8_t*>(::operator new(pages, alignement));
+#if defined(MADV_HUGEPAGE) && !defined(PREMIERS_SANS_POSIX)
+  madvise(debut_, pages, MADV_HUGEPAGE);  // advice: nothing is lost where it is not taken
+#endif
+}
+
+GrandesPages::GrandesPages(GrandesPages&& autre) noexcept
+    : taille_(autre.taille_), debut_(std::exchange(autre.debut_, nullptr)) {}
+
+GrandesPages::~GrandesPages() {
+  if (taille_ < minimum) {
+    ::operator delete(debut_);
+  } else {
+    ::operator delete(debut_, alignement);
+  }
+}
+
+}  // namespace premiers::systeme
