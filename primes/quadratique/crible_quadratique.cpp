@@ -62,8 +62,10 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi)
   if (base.diviseur != 0) return NTL::to_ZZ(base.diviseur);
 
   Polynomes polynomes(base, choix);
-  Tamis tamis(base, choix.demi, choix.petit);
+  Tamis tamis(base, choix);
+  polynomes.limite = tamis.fin;
   Recolte recolte(base, choix);
+  Division division(base, tamis, std::log2(recolte.borne_grand));
   const std::uint32_t seuil = seuil_du_crible(base, choix);
   const auto signe_de_vie = [&suivi] {
     if (suivi) suivi(part_du_crible);
@@ -71,8 +73,8 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi)
   std::size_t but = base.taille + excedent;
   int matrices = 0;
   for (std::size_t i = 0; i < polynomes_par_entree * base.taille && polynomes.suivant(); ++i) {
-    for (const std::uint32_t position : tamis.cribler(polynomes, seuil)) {
-      recolte.examiner(polynomes, position);
+    for (const Candidat candidat : tamis.cribler(polynomes, seuil)) {
+      recolte.examiner(division, polynomes, candidat);
     }
     if (suivi && i % cadence == 0) suivi(part_du_crible * avancement(recolte, but));
     if (recolte.colonnes.size() < but) continue;

@@ -37,16 +37,18 @@ std::vector<std::size_t> tirer_facteurs(Polynomes& s) {
   std::vector<std::size_t> meilleur;
   double meilleur_ecart = 1e9;
   std::vector<std::size_t> choix;
+  const std::size_t fin = std::min(s.reserve_fin, s.limite);
   for (int essai = 0; essai < essais; ++essai) {
     choix.clear();
     double reste = s.taille_a;
     while (choix.size() + 1 < s.nombre) {
-      const std::size_t i = s.reserve_debut + tirer(s.alea) % (s.reserve_fin - s.reserve_debut);
+      const std::size_t i = s.reserve_debut + tirer(s.alea) % (fin - s.reserve_debut);
       if (std::find(choix.begin(), choix.end(), i) != choix.end()) continue;
       choix.push_back(i);
       reste -= s.base.logarithme[i];
     }
     const std::size_t dernier = plus_proche(s.base, reste);
+    if (dernier >= s.limite) continue;
     if (std::find(choix.begin(), choix.end(), dernier) != choix.end()) continue;
     const double ecart = std::abs(reste - s.base.logarithme[dernier]);
     if (ecart >= meilleur_ecart) continue;
@@ -162,7 +164,9 @@ Polynomes::Polynomes(const Base& base_, const Reglages& reglages)
       racine_2(base_.premier.size(), absente),
       base(base_),
       demi(reglages.demi),
+      limite(base_.premier.size()),
       inverses(base_.taille),
+      sur_place(base_.premier.size()),
       tampon(base_.premier.size()) {
   taille_a = (static_cast<double>(NTL::NumBits(base.kn)) - 1) / 2 - std::log2(demi);
   nombre = static_cast<std::size_t>(std::max(2L, std::lround(taille_a / reglages.facteur)));
@@ -182,13 +186,17 @@ bool Polynomes::suivant() {
   ++rang;
   if (facteurs.empty() || (rang >> (nombre - 1)) != 0) {
     if (!nouvelle_famille(*this)) return false;
+    dernier_pas = sur_place.data();
+    dernier_monte = true;
   } else {
     // Gray code: the sign that changes is that of the lowest bit of the rank.
     const auto l = static_cast<std::size_t>(std::countr_zero(rang));
     negatif[l] = !negatif[l];
-    const auto deplacer = negatif[l] ? vecteurs().monter : vecteurs().descendre;
+    dernier_pas = pas[l].data();
+    dernier_monte = negatif[l];
+    const auto deplacer = dernier_monte ? vecteurs().monter : vecteurs().descendre;
     for (std::vector<std::uint32_t>* racines : {&racine_1, &racine_2}) {
-      deplacer(racines->data(), pas[l].data(), base.premier.data(), racines->size());
+      deplacer(racines->data(), dernier_pas, base.premier.data(), limite);
     }
     // b changes by 2 B_l
     const Entier256 double_terme = somme(termes[l], termes[l]);

@@ -44,6 +44,11 @@ struct Polynomes {
   // What follows is kept from one polynomial to the next.
   const Base& base;
   std::uint32_t demi;
+  /// Roots from this index on are left for the caller to move, by `dernier_pas` up or down. The
+  /// end of the base, if not set.
+  std::size_t limite;
+  const std::uint32_t* dernier_pas = nullptr;
+  bool dernier_monte = true;
   double taille_a;                                   // wished log2 of a
   std::size_t nombre;                                // of primes in a
   std::size_t reserve_debut, reserve_fin;            // of the base: where most of these come from
@@ -55,6 +60,7 @@ struct Polynomes {
   std::vector<std::vector<std::uint32_t>> pas;       // B_l / a modulo every p
   std::vector<bool> negatif;                         // is the sign of B_l minus now?
   std::vector<std::uint32_t> demi_mod;               // demi modulo every p
+  std::vector<std::uint32_t> sur_place;              // steps of zero: for a new family
   std::vector<std::uint32_t> tampon;                 // scratch
   std::uint32_t rang = 0;                            // of the polynomial in its family
 };

@@ -11,15 +11,6 @@ namespace premiers::quadratique {
 
 namespace {
 
-// Divides v by 2 as often as possible and notes it.
-void retirer_2(Entier256& v, std::vector<std::uint32_t>& facteurs) {
-  while ((v.mot[0] & 1) == 0) {
-    const auto bits = static_cast<unsigned>(std::min(std::countr_zero(v.mot[0]), 63));
-    v = decalage(v, bits);
-    facteurs.insert(facteurs.end(), bits, 1);
-  }
-}
-
 // Where the table has, or would have, an entry for a large prime. Its size is a power of two.
 std::uint32_t& case_de(Recolte& recolte, std::uint32_t grand) {
   const std::size_t masque = recolte.table.size() - 1;
@@ -56,45 +47,14 @@ void ranger(Recolte& recolte) {
 }  // namespace
 
 Recolte::Recolte(const Base& base_, const Reglages& reglages)
-    : base(base_),
-      borne_grand(base_.premier[base_.taille - 1] * reglages.grand),
-      table(1024),
-      inverses(base_.taille) {
-  for (std::size_t i = 2; i < base.taille; ++i) inverses[i] = inverse_2_64(base.premier[i]);
-}
+    : base(base_), borne_grand(base_.premier[base_.taille - 1] * reglages.grand), table(1024) {}
 
-void Recolte::examiner(const Polynomes& polynomes, std::uint32_t position) {
-  const std::int64_t x = static_cast<std::int64_t>(position) - polynomes.demi;
-  const Entier256 ax_b = somme(produit(polynomes.a, x), polynomes.b);
-  Entier256 v = somme(produit(ax_b, x), polynomes.c);
+void Recolte::examiner(Division& division, const Polynomes& polynomes, Candidat candidat) {
+  if (!division.diviser(polynomes, candidat) || division.valeur.reste >= borne_grand) return;
+  const Valeur& valeur = division.valeur;
   const std::size_t debut = facteurs.size();
-  if (negatif(v)) {
-    v = oppose(v);
-    facteurs.push_back(0);
-  }
-  retirer_2(v, facteurs);
-  trouves.assign(polynomes.facteurs.begin(), polynomes.facteurs.end());
-  for (std::uint32_t i = 2; i < base.ordinaires; ++i) trouves.push_back(i);
-  vecteurs().reperer(position, base.premier.data(), base.reciproque.data(),
-                     polynomes.racine_1.data(), polynomes.racine_2.data(), base.premier.size(),
-                     trouves);
-  std::size_t mots = longueur(v);
-  for (const std::uint32_t i : trouves) {
-    while (divise(v, mots, base.premier[i], inverses[i])) {
-      facteurs.push_back(i);
-      if (v.mot[mots - 1] == 0) --mots;  // v stays positive: one word remains
-    }
-  }
-  if (mots > 1 || v.mot[0] >= borne_grand) {
-    facteurs.resize(debut);
-    return;
-  }
-  // (2ax + b)^2 = 4 a Q
-  facteurs.insert(facteurs.end(), polynomes.facteurs.begin(), polynomes.facteurs.end());
-  facteurs.insert(facteurs.end(), 2, 1);
-  const Entier256 u = somme(ax_b, produit(polynomes.a, x));
-  relations.push_back(
-      {negatif(u) ? oppose(u) : u, debut, facteurs.size(), static_cast<std::uint32_t>(v.mot[0])});
+  facteurs.insert(facteurs.end(), valeur.facteurs.begin(), valeur.facteurs.end());
+  relations.push_back({valeur.u, debut, facteurs.size(), static_cast<std::uint32_t>(valeur.reste)});
   ranger(*this);
 }
 

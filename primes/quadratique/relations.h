@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "primes/quadratique/division.h"
 #include "primes/quadratique/polynome.h"
 
 namespace premiers::quadratique {
@@ -31,19 +32,17 @@ using Colonne = std::pair<std::uint32_t, std::uint32_t>;
 
 struct Recolte {
   Recolte(const Base& base, const Reglages& reglages);
-  /// Looks at the value of the current polynomial at that position, and keeps it if it is a
-  /// relation.
-  void examiner(const Polynomes& polynomes, std::uint32_t position);
+  /// Looks at the value of the polynomial that was just sieved at that position, and keeps it if it
+  /// is a relation.
+  void examiner(Division& division, const Polynomes& polynomes, Candidat candidat);
 
   const Base& base;
   std::uint32_t borne_grand;  // large primes are below
   std::vector<Relation> relations;
   std::vector<std::uint32_t> facteurs;  // of all relations: indices into the base
   std::vector<Colonne> colonnes;
-  std::vector<std::uint32_t> table;     // hashed by large prime: its first relation, plus 1
-  std::size_t partielles = 0;           // entries of the table
-  std::vector<std::uint64_t> inverses;  // of the primes, modulo 2^64
-  std::vector<std::uint32_t> trouves;   // scratch of `examiner`
+  std::vector<std::uint32_t> table;  // hashed by large prime: its first relation, plus 1
+  std::size_t partielles = 0;        // entries of the table
 };
 
 /// Removes columns that say nothing, or the same as another one: different a can lead to the same

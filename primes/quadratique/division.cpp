@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include "primes/quadratique/division.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "primes/quadratique/vecteurs.h"
+
+namespace premiers::quadratique {
+
+namespace {
+
+// By so many bits the logarithms of a sieve may be wrong: ten of them are rounded, and a prime
+// that divides twice is counted once. One less loses relations, one more divides in vain.
+constexpr double marge = 3;
+
+// What is being divided: a positive number and the words that it takes.
+struct Reste {
+  Entier256 v;
+  std::size_t mots;
+};
+
+unsigned bits(const Reste& r) {
+  return static_cast<unsigned>(64 * (r.mots - 1)) +
+         static_cast<unsigned>(std::bit_width(r.v.mot[r.mots - 1]));
+}
+
+// Divides by 2 as often as possible and notes it.
+void retirer_2(Entier256& v, std::vector<std::uint32_t>& facteurs) {
+  while ((v.mot[0] & 1) == 0) {
+    const auto bits = static_cast<unsigned>(std::min(std::countr_zero(v.mot[0]), 63));
+    v = decalage(v, bits);
+    facteurs.insert(facteurs.end(), bits, 1);
+  }
+}
+
+// Divides by the prime of that index as often as possible and notes it.
+void retirer(Division& s, Reste& r, std::uint32_t i) {
+  while (divise(r.v, r.mots, s.base.premier[i], s.inverses[i])) {
+    s.valeur.facteurs.push_back(i);
+    if (r.v.mot[r.mots - 1] == 0) --r.mots;  // v stays positive: one word remains
+  }
+}
+
+}  // namespace
+
+Division::Division(const Base& base_, const Tamis& tamis_, double bits_reste_)
+    : base(base_), tamis(tamis_), bits_reste(bits_reste_), inverses(base_.taille) {
+  for (std::size_t i = 2; i < base.taille; ++i) inverses[i] = inverse_2_64(base.premier[i]);
+}
+
+bool Division::diviser(const Polynomes& polynomes, Candidat candidat) {
+  const std::int64_t x = static_cast<std::int64_t>(candidat.position) - polynomes.demi;
+  const Entier256 ax_b = somme(produit(polynomes.a, x), polynomes.b);
+  Entier256 q = somme(produit(ax_b, x), polynomes.c);
+  std::vector<std::uint32_t>& facteurs = valeur.facteurs;
+  facteurs.clear();
+  if (negatif(q)) {
+    q = oppose(q);
+    facteurs.push_back(0);
+  }
+  retirer_2(q, facteurs);
+  Reste r{q, longueur(q)};
+  const auto reperer = [&](std::size_t debut, std::size_t fin) {
+    vecteurs().reperer(candidat.position, base.premier.data(), base.reciproque.data(),
+                       polynomes.racine_1.data(), polynomes.racine_2.data(), debut, fin, trouves);
+  };
+  // What was not sieved: the primes of k, the smallest ones.
+  trouves.clear();
+  const std::size_t fin_petits =
+      (tamis.debut + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
+  reperer(0, fin_petits);
+  for (std::uint32_t i = 2; i < base.ordinaires; ++i) retirer(*this, r, i);
+  std::size_t vus = 0;
+  for (; vus < trouves.size() && trouves[vus] < tamis.debut; ++vus) retirer(*this, r, trouves[vus]);
+  if (bits(r) > bits_reste + marge + candidat.somme) return false;
+
+  reperer(fin_petits, tamis.fin);
+  tamis.seaux.diviseurs(candidat.position, trouves);
+  for (; vus < trouves.size(); ++vus) retirer(*this, r, trouves[vus]);
+  for (const std::size_t i : polynomes.facteurs) retirer(*this, r, static_cast<std::uint32_t>(i));
+  if (r.mots > 1) return false;
+  valeur.reste = r.v.mot[0];
+  // (2ax + b)^2 = 4 a Q
+  facteurs.insert(facteurs.end(), polynomes.facteurs.begin(), polynomes.facteurs.end());
+  facteurs.insert(facteurs.end(), 2, 1);
+  const Entier256 u = somme(ax_b, produit(polynomes.a, x));
+  valeur.u = negatif(u) ? oppose(u) : u;
+  return true;
+}
+
+}  // namespace premiers::quadratique
