@@ -76,7 +76,7 @@ bool Division::diviser(const Polynomes& polynomes, Candidat candidat) {
   if (bits(r) > bits_reste + marge + candidat.somme) return false;
 
   reperer(fin_petits, tamis.fin);
-  tamis.seaux.diviseurs(candidat.position, trouves);
+  tamis.seaux.diviseurs(polynomes.rang, candidat.position, trouves);
   for (; vus < trouves.size(); ++vus) retirer(*this, r, trouves[vus]);
   for (const std::size_t i : polynomes.facteurs) retirer(*this, r, static_cast<std::uint32_t>(i));
   if (r.mots > 1) return false;

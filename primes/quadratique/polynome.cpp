@@ -152,7 +152,6 @@ bool nouvelle_famille(Polynomes& s) {
     s.b = somme(s.b, s.termes[l]);
   }
   preparer_racines(s);
-  s.negatif.assign(s.nombre, false);
   s.rang = 0;
   return true;
 }
@@ -182,25 +181,27 @@ Polynomes::Polynomes(const Base& base_, const Reglages& reglages)
   pas.assign(nombre, std::vector<std::uint32_t>(base.premier.size()));
 }
 
+Mouvement Polynomes::mouvement(std::uint32_t rang_voulu) const {
+  if (rang_voulu == 0) return {sur_place.data(), true};
+  // Gray code: the sign that changes is that of the lowest bit of the rank. It was plus at first.
+  const auto l = static_cast<std::size_t>(std::countr_zero(rang_voulu));
+  return {pas[l].data(), (rang_voulu >> (l + 1)) % 2 == 0};
+}
+
 bool Polynomes::suivant() {
   ++rang;
   if (facteurs.empty() || (rang >> (nombre - 1)) != 0) {
     if (!nouvelle_famille(*this)) return false;
-    dernier_pas = sur_place.data();
-    dernier_monte = true;
   } else {
-    // Gray code: the sign that changes is that of the lowest bit of the rank.
-    const auto l = static_cast<std::size_t>(std::countr_zero(rang));
-    negatif[l] = !negatif[l];
-    dernier_pas = pas[l].data();
-    dernier_monte = negatif[l];
-    const auto deplacer = dernier_monte ? vecteurs().monter : vecteurs().descendre;
+    const auto [de_combien, vers_le_haut] = mouvement(rang);
+    const auto deplacer = vers_le_haut ? vecteurs().monter : vecteurs().descendre;
     for (std::vector<std::uint32_t>* racines : {&racine_1, &racine_2}) {
-      deplacer(racines->data(), dernier_pas, base.premier.data(), limite);
+      deplacer(racines->data(), de_combien, base.premier.data(), limite);
     }
     // b changes by 2 B_l
-    const Entier256 double_terme = somme(termes[l], termes[l]);
-    b = somme(b, negatif[l] ? oppose(double_terme) : double_terme);
+    const Entier256& terme = termes[static_cast<std::size_t>(std::countr_zero(rang))];
+    const Entier256 double_terme = somme(terme, terme);
+    b = somme(b, vers_le_haut ? oppose(double_terme) : double_terme);
   }
   // 4 c = (b^2 - kn) / a: an exact division, done modulo 2^256.
   c = decalage(produit(somme(produit(b, b), moins_kn), inverse_a), 2);

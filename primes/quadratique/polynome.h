@@ -29,12 +29,22 @@ namespace premiers::quadratique {
 /// The place of a root that does not exist; beyond every sieve array.
 inline constexpr std::uint32_t absente = std::uint32_t{1} << 30;
 
+/// How the roots move from one polynomial to the next: by so much, up or down.
+struct Mouvement {
+  const std::uint32_t* pas;
+  bool monter;
+};
+
 /// One polynomial after the other. Positions count from the left end of the sieve: x = -demi.
 struct Polynomes {
   Polynomes(const Base& base, const Reglages& reglages);
   /// Goes on to the next polynomial (to the first one, when called first); false if there is none
   /// left, which happens for small n only.
   bool suivant();
+  /// The move that leads to the polynomial of that rank in the family; to the first, none at all.
+  Mouvement mouvement(std::uint32_t rang_voulu) const;
+  /// How many polynomials the family has from the current one on.
+  std::size_t reste_de_la_famille() const { return (std::size_t{1} << (nombre - 1)) - rang; }
 
   /// The current polynomial.
   Entier256 a, b, c;
@@ -44,11 +54,9 @@ struct Polynomes {
   // What follows is kept from one polynomial to the next.
   const Base& base;
   std::uint32_t demi;
-  /// Roots from this index on are left for the caller to move, by `dernier_pas` up or down. The
-  /// end of the base, if not set.
+  /// Roots from this index on are left to others to be moved (seaux.h). The end of the base, if
+  /// not set; above the primes that coefficients are made of.
   std::size_t limite;
-  const std::uint32_t* dernier_pas = nullptr;
-  bool dernier_monte = true;
   double taille_a;                                   // wished log2 of a
   std::size_t nombre;                                // of primes in a
   std::size_t reserve_debut, reserve_fin;            // of the base: where most of these come from
@@ -58,7 +66,6 @@ struct Polynomes {
   Entier256 moins_kn, inverse_a;                     // -kn; 1 / a modulo 2^256
   std::vector<Entier256> termes;                     // the B_l
   std::vector<std::vector<std::uint32_t>> pas;       // B_l / a modulo every p
-  std::vector<bool> negatif;                         // is the sign of B_l minus now?
   std::vector<std::uint32_t> demi_mod;               // demi modulo every p
   std::vector<std::uint32_t> sur_place;              // steps of zero: for a new family
   std::vector<std::uint32_t> tampon;                 // scratch

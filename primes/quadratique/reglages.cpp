@@ -59,7 +59,7 @@ Reglages reglages(long bits) {
   Reglages r{};
   r.base = static_cast<std::size_t>(entre(bas.base, haut.base));
   r.demi = static_cast<std::uint32_t>(entre(bas.demi, haut.demi)) / 64 * 64;
-  if (r.demi > 16384) r.demi = r.demi / 16384 * 16384;
+  r.demi = std::min<std::uint32_t>(r.demi, 16384);
   r.grand = static_cast<std::uint32_t>(entre(bas.grand, haut.grand));
   r.petit = static_cast<std::uint32_t>(entre(bas.petit, haut.petit));
   r.tolerance = entre(bas.tolerance, haut.tolerance);

@@ -15,8 +15,6 @@ namespace premiers::quadratique {
 namespace {
 
 constexpr std::uint32_t masque_numero = tranche_max - 1;
-/// Where a hit tells its place in its block.
-constexpr std::uint32_t masque_place = (taille_bloc - 1) << bits_numero;
 
 // ---- Any processor -----------------------------------------------------------------------------
 
@@ -26,10 +24,10 @@ std::size_t verser(const Deplacement& d, std::uint32_t longueur, std::uint32_t* 
     const std::uint32_t p = d.premier[i];
     const std::uint32_t pas = d.monter ? d.pas[i] : p - d.pas[i];
     for (std::uint32_t* const racine : {d.racine_1 + i, d.racine_2 + i}) {
-      *racine = std::min(*racine + pas, *racine + pas - p);
-      for (std::uint32_t x = *racine; x < longueur; x += p) {
-        liste[j++] = (x << bits_numero) | static_cast<std::uint32_t>(i);
-      }
+      const std::uint32_t x = std::min(*racine + pas, *racine + pas - p);
+      *racine = x;
+      liste[j] = (x << bits_numero) | (d.numero + static_cast<std::uint32_t>(i));
+      j += x < longueur ? 1U : 0U;
     }
   }
   return j;
@@ -37,9 +35,8 @@ std::size_t verser(const Deplacement& d, std::uint32_t longueur, std::uint32_t* 
 
 void chercher(const std::uint32_t* touches, std::size_t n, std::uint32_t position,
               std::uint32_t premier, std::vector<std::uint32_t>& liste) {
-  const std::uint32_t place = (position << bits_numero) & masque_place;
   for (std::size_t i = 0; i < n; ++i) {
-    if ((touches[i] & masque_place) == place) {
+    if (touches[i] >> bits_numero == position) {
       liste.push_back(premier + (touches[i] & masque_numero));
     }
   }
@@ -65,31 +62,31 @@ constexpr auto serrer = [] {
   return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(huit));
 }
 
+[[gnu::target("avx2")]] inline void ecrire(std::uint32_t* huit, __m256i v) {
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(huit), v);
+}
+
 [[gnu::target("avx2,popcnt")]] std::size_t verser_avx2(const Deplacement& d, std::uint32_t longueur,
                                                        std::uint32_t* liste) {
-  // Positions and primes are below 2^31: signed comparisons serve.
+  // Roots and primes are below 2^31: signed comparisons serve.
   const __m256i borne = _mm256_set1_epi32(static_cast<int>(longueur));
-  __m256i numero = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
+  __m256i numero = _mm256_add_epi32(_mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7),
+                                    _mm256_set1_epi32(static_cast<int>(d.numero)));
   std::uint32_t* fin = liste;
   for (std::size_t i = 0; i < d.nombre; i += 8) {
     const __m256i p = lire(d.premier + i);
     const __m256i lu = lire(d.pas + i);
     const __m256i pas = d.monter ? lu : _mm256_sub_epi32(p, lu);
-    for (std::uint32_t* const racines : {d.racine_1, d.racine_2}) {
-      const __m256i loin = _mm256_add_epi32(lire(racines + i), pas);
-      __m256i x = _mm256_min_epu32(loin, _mm256_sub_epi32(loin, p));
-      _mm256_storeu_si256(reinterpret_cast<__m256i*>(racines + i), x);
-      while (true) {
-        const auto oui = static_cast<unsigned>(
-            _mm256_movemask_ps(_mm256_castsi256_ps(_mm256_cmpgt_epi32(borne, x))));
-        if (oui == 0) break;
-        const __m256i touche = _mm256_or_si256(_mm256_slli_epi32(x, bits_numero), numero);
-        const __m256i ordre = lire(serrer[oui].data());
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(fin),
-                            _mm256_permutevar8x32_epi32(touche, ordre));
-        fin += std::popcount(oui);
-        x = _mm256_add_epi32(x, p);
-      }
+    for (std::uint32_t* const racines : {d.racine_1 + i, d.racine_2 + i}) {
+      const __m256i loin = _mm256_add_epi32(lire(racines), pas);
+      const __m256i x = _mm256_min_epu32(loin, _mm256_sub_epi32(loin, p));
+      ecrire(racines, x);
+      const auto oui = static_cast<unsigned>(
+          _mm256_movemask_ps(_mm256_castsi256_ps(_mm256_cmpgt_epi32(borne, x))));
+      if (oui == 0) continue;
+      const __m256i touche = _mm256_or_si256(_mm256_slli_epi32(x, bits_numero), numero);
+      ecrire(fin, _mm256_permutevar8x32_epi32(touche, lire(serrer[oui].data())));
+      fin += std::popcount(oui);
     }
     numero = _mm256_add_epi32(numero, _mm256_set1_epi32(8));
   }
@@ -99,12 +96,11 @@ constexpr auto serrer = [] {
 [[gnu::target("avx2")]] void chercher_avx2(const std::uint32_t* touches, std::size_t n,
                                            std::uint32_t position, std::uint32_t premier,
                                            std::vector<std::uint32_t>& liste) {
-  const __m256i place =
-      _mm256_set1_epi32(static_cast<int>((position << bits_numero) & masque_place));
-  const __m256i masque = _mm256_set1_epi32(static_cast<int>(masque_place));
+  const __m256i place = _mm256_set1_epi32(static_cast<int>(position));
   std::size_t i = 0;
   for (; i + 8 <= n; i += 8) {
-    const __m256i egal = _mm256_cmpeq_epi32(_mm256_and_si256(lire(touches + i), masque), place);
+    const __m256i egal =
+        _mm256_cmpeq_epi32(_mm256_srli_epi32(lire(touches + i), bits_numero), place);
     auto oui = static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(egal)));
     for (; oui != 0; oui &= oui - 1) {
       const std::size_t voie = i + static_cast<std::size_t>(std::countr_zero(oui));
@@ -119,28 +115,25 @@ constexpr auto serrer = [] {
 [[gnu::target("avx512f,popcnt")]] std::size_t verser_avx512(const Deplacement& d,
                                                             std::uint32_t longueur,
                                                             std::uint32_t* liste) {
-  // With a mask of its own each instruction is free of a warning of gcc 12 about its header.
+  // With a mask of its own an instruction is free of a false warning of gcc 12.
   constexpr __mmask16 toutes = 0xFFFF;
   const __m512i borne = _mm512_set1_epi32(static_cast<int>(longueur));
-  __m512i numero = _mm512_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+  __m512i numero =
+      _mm512_add_epi32(_mm512_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15),
+                       _mm512_set1_epi32(static_cast<int>(d.numero)));
   std::uint32_t* fin = liste;
   for (std::size_t i = 0; i < d.nombre; i += 16) {
     const __m512i p = _mm512_loadu_si512(d.premier + i);
     const __m512i lu = _mm512_loadu_si512(d.pas + i);
     const __m512i pas = d.monter ? lu : _mm512_sub_epi32(p, lu);
-    for (std::uint32_t* const racines : {d.racine_1, d.racine_2}) {
-      const __m512i loin = _mm512_add_epi32(_mm512_loadu_si512(racines + i), pas);
-      __m512i x = _mm512_maskz_min_epu32(toutes, loin, _mm512_sub_epi32(loin, p));
-      _mm512_storeu_si512(racines + i, x);
-      while (true) {
-        const __mmask16 oui = _mm512_cmplt_epu32_mask(x, borne);
-        if (oui == 0) break;
-        const __m512i touche =
-            _mm512_or_si512(_mm512_maskz_slli_epi32(oui, x, bits_numero), numero);
-        _mm512_storeu_si512(fin, _mm512_maskz_compress_epi32(oui, touche));
-        fin += std::popcount(static_cast<unsigned>(oui));
-        x = _mm512_add_epi32(x, p);
-      }
+    for (std::uint32_t* const racines : {d.racine_1 + i, d.racine_2 + i}) {
+      const __m512i loin = _mm512_add_epi32(_mm512_loadu_si512(racines), pas);
+      const __m512i x = _mm512_maskz_min_epu32(toutes, loin, _mm512_sub_epi32(loin, p));
+      _mm512_storeu_si512(racines, x);
+      const __mmask16 oui = _mm512_cmplt_epu32_mask(x, borne);
+      const __m512i touche = _mm512_or_si512(_mm512_maskz_slli_epi32(oui, x, bits_numero), numero);
+      _mm512_storeu_si512(fin, _mm512_maskz_compress_epi32(oui, touche));
+      fin += std::popcount(static_cast<unsigned>(oui));
     }
     numero = _mm512_add_epi32(numero, _mm512_set1_epi32(16));
   }
@@ -150,13 +143,13 @@ constexpr auto serrer = [] {
 [[gnu::target("avx512f")]] void chercher_avx512(const std::uint32_t* touches, std::size_t n,
                                                 std::uint32_t position, std::uint32_t premier,
                                                 std::vector<std::uint32_t>& liste) {
-  const __m512i place =
-      _mm512_set1_epi32(static_cast<int>((position << bits_numero) & masque_place));
-  const __m512i masque = _mm512_set1_epi32(static_cast<int>(masque_place));
+  // A hit at that position differs from position << bits_numero in its number at most.
+  const __m512i place = _mm512_set1_epi32(static_cast<int>(position << bits_numero));
+  const __m512i numeros = _mm512_set1_epi32(static_cast<int>(masque_numero));
   std::size_t i = 0;
   for (; i + 16 <= n; i += 16) {
-    const __m512i t = _mm512_loadu_si512(touches + i);
-    auto oui = static_cast<unsigned>(_mm512_cmpeq_epi32_mask(_mm512_and_si512(t, masque), place));
+    const __m512i ecart = _mm512_xor_si512(_mm512_loadu_si512(touches + i), place);
+    auto oui = static_cast<unsigned>(_mm512_cmple_epu32_mask(ecart, numeros));
     for (; oui != 0; oui &= oui - 1) {
       const std::size_t voie = i + static_cast<std::size_t>(std::countr_zero(oui));
       liste.push_back(premier + (touches[voie] & masque_numero));
@@ -180,22 +173,13 @@ const BouclesSeaux& boucles() {
   return choix;
 }
 
-// Puts each hit of the list behind the last one of its block.
-void trier(const std::uint32_t* liste, std::size_t n, std::uint32_t** fins) {
-  for (std::size_t i = 0; i < n; ++i) {
-    const std::uint32_t touche = liste[i];
-    *fins[touche >> (bits_bloc + bits_numero)]++ = touche;
-  }
-}
-
 }  // namespace
 
 Versions<BouclesSeaux> versions_des_seaux() { return versions; }
 
 Seaux::Seaux(const Base& base_, std::size_t debut, std::uint32_t longueur_)
-    : base(base_), longueur(longueur_), blocs((longueur_ + taille_bloc - 1) / taille_bloc) {
-  assert(debut % largeur_vecteurs == 0 && longueur <= longueur_max);
-  std::size_t place = 16;
+    : base(base_), longueur(longueur_), capacite(2 * (base_.premier.size() - debut) + 16) {
+  assert(debut % largeur_vecteurs == 0 && longueur < longueur_max);
   for (std::size_t i = debut; i < base.premier.size();) {
     // Neighbours have the same weight; a vector that spans two weights takes that of its first.
     std::size_t fin = i + largeur_vecteurs;
@@ -203,54 +187,58 @@ Seaux::Seaux(const Base& base_, std::size_t debut, std::uint32_t longueur_)
       fin += largeur_vecteurs;
     }
     tranches.push_back({i, fin, base.poids[i]});
-    place = std::max(place, 2 * (fin - i) * (longueur / base.premier[i] + 1) + 16);
     i = fin;
   }
-  seaux.resize(blocs);
-  bornes.resize((tranches.size() + 1) * blocs);
-  liste.resize(place);
+  touches.resize(lot * capacite);
+  bornes.resize((tranches.size() + 1) * lot);
 }
 
 void Seaux::remplir(Polynomes& polynomes) {
-  std::vector<std::uint32_t*> fins(blocs);
+  // A stretch of the base with its roots and the steps that come most often: 14 KB.
+  constexpr std::size_t troncon = 512;
+  std::array<std::size_t, lot> fins{};
+  const std::size_t nombre = std::min(lot, polynomes.reste_de_la_famille());
   for (std::size_t t = 0; t < tranches.size(); ++t) {
-    const Tranche& tranche = tranches[t];
-    const Deplacement deplacement{polynomes.racine_1.data() + tranche.debut,
-                                  polynomes.racine_2.data() + tranche.debut,
-                                  polynomes.dernier_pas + tranche.debut,
-                                  base.premier.data() + tranche.debut,
-                                  tranche.fin - tranche.debut,
-                                  polynomes.dernier_monte};
-    const std::size_t nombre = boucles().verser(deplacement, longueur, liste.data());
-    for (std::size_t b = 0; b < blocs; ++b) {
-      const std::size_t avant = bornes[t * blocs + b];
-      if (seaux[b].size() < avant + nombre) seaux[b].resize(avant + nombre);
-      fins[b] = seaux[b].data() + avant;
-    }
-    trier(liste.data(), nombre, fins.data());
-    for (std::size_t b = 0; b < blocs; ++b) {
-      bornes[(t + 1) * blocs + b] = static_cast<std::size_t>(fins[b] - seaux[b].data());
+    std::copy(fins.begin(), fins.end(), bornes.begin() + static_cast<std::ptrdiff_t>(t * lot));
+    for (std::size_t i = tranches[t].debut; i < tranches[t].fin; i += troncon) {
+      for (std::size_t k = 0; k < nombre; ++k) {
+        const Mouvement mouvement =
+            polynomes.mouvement(polynomes.rang + static_cast<std::uint32_t>(k));
+        const Deplacement deplacement{polynomes.racine_1.data() + i,
+                                      polynomes.racine_2.data() + i,
+                                      mouvement.pas + i,
+                                      base.premier.data() + i,
+                                      std::min(troncon, tranches[t].fin - i),
+                                      static_cast<std::uint32_t>(i - tranches[t].debut),
+                                      mouvement.monter};
+        fins[k] += boucles().verser(deplacement, longueur, touches.data() + k * capacite + fins[k]);
+      }
     }
   }
+  std::copy(fins.begin(), fins.end(),
+            bornes.begin() + static_cast<std::ptrdiff_t>(tranches.size() * lot));
 }
 
-void Seaux::ajouter(std::size_t bloc, std::uint8_t* octets) const {
+void Seaux::ajouter(std::size_t rang, std::uint8_t* octets) const {
+  const std::size_t k = rang % lot;
   for (std::size_t t = 0; t < tranches.size(); ++t) {
     const std::uint8_t poids = tranches[t].poids;
-    const std::uint32_t* const touches = seaux[bloc].data();
-    for (std::size_t i = bornes[t * blocs + bloc]; i < bornes[(t + 1) * blocs + bloc]; ++i) {
-      std::uint8_t& octet = octets[(touches[i] & masque_place) >> bits_numero];
+    const std::uint32_t* touche = touches.data() + k * capacite + bornes[t * lot + k];
+    const std::uint32_t* const fin = touches.data() + k * capacite + bornes[(t + 1) * lot + k];
+    for (; touche < fin; ++touche) {
+      std::uint8_t& octet = octets[*touche >> bits_numero];
       octet = static_cast<std::uint8_t>(octet + poids);
     }
   }
 }
 
-void Seaux::diviseurs(std::uint32_t position, std::vector<std::uint32_t>& trouves) const {
-  const std::size_t bloc = position >> bits_bloc;
+void Seaux::diviseurs(std::size_t rang, std::uint32_t position,
+                      std::vector<std::uint32_t>& trouves) const {
+  const std::size_t k = rang % lot;
   for (std::size_t t = 0; t < tranches.size(); ++t) {
-    const std::size_t debut = bornes[t * blocs + bloc];
-    boucles().chercher(seaux[bloc].data() + debut, bornes[(t + 1) * blocs + bloc] - debut, position,
-                       static_cast<std::uint32_t>(tranches[t].debut), trouves);
+    const std::size_t debut = bornes[t * lot + k];
+    boucles().chercher(touches.data() + k * capacite + debut, bornes[(t + 1) * lot + k] - debut,
+                       position, static_cast<std::uint32_t>(tranches[t].debut), trouves);
   }
 }
 

@@ -6,10 +6,11 @@
 // The smallest primes are left out (they bring the least for the most work); the tolerance makes
 // up for them, and whoever divides looks at them first.
 //
-// Why it is fast: the positions are sieved in blocks of a first-level cache. A prime p with
-// k <= block / p < k + 1 comes by k or k + 1 times; the last time goes to a few bytes of waste
-// behind the block when it falls outside, so that no branch has to be guessed (a wrong guess costs
-// as much as ten additions). Primes beyond a block come out of buckets (seaux.h).
+// Why it is fast: the array fits the first-level cache, and changing the polynomial costs little
+// enough that no longer one is needed. A prime p with k <= length / p < k + 1 comes by k or k + 1
+// times; the last time goes to a few bytes of waste behind the array when it falls outside, so
+// that no branch has to be guessed (a wrong guess costs as much as ten additions). Primes longer
+// than the array come out of buckets (seaux.h).
 #pragma once
 
 #include <cstddef>
@@ -29,10 +30,9 @@ struct Candidat {
 };
 
 struct Tamis {
-  /// For positions 0 .. 2 demi - 1; primes below `petit` are left out. 2 demi is a multiple of
-  /// taille_bloc, or less than one block.
+  /// For positions 0 .. 2 demi - 1; primes below `petit` are left out.
   Tamis(const Base& base, const Reglages& reglages);
-  /// Sieves with the roots of the polynomial, and moves the roots that it had left to be moved.
+  /// Sieves with the roots of the polynomial, and moves those roots that it leaves to others.
   /// Gives the positions where the logarithms (to base 2) of the primes reach `seuil` <= seuil_max.
   const std::vector<Candidat>& cribler(Polynomes& polynomes, std::uint32_t seuil);
   /// A byte starts at 128 - seuil > 0. It does not wrap: below 2^380 the values stay below 2^210,
@@ -45,15 +45,12 @@ struct Tamis {
   const Base& base;
   std::uint32_t longueur;            // of the interval, 2 demi
   std::vector<std::uint8_t> poids;   // log2 of the primes; 0 for those of a
-  std::vector<Ligne> lignes;         // the block, in cache lines, and one of waste
-  std::vector<std::size_t> paliers;  // [k]: the first index with block / p < k + 1
+  std::vector<Ligne> lignes;         // the array, in cache lines, and one of waste
+  std::vector<std::size_t> paliers;  // [k]: the first index with length / p < k + 1
   std::size_t debut;                 // first index of the base that is sieved
   std::size_t fin;                   // from here on primes go through the buckets
   Seaux seaux;
-  // Of the primes below `fin`, in half words, to leave the cache to the block:
-  std::vector<std::uint16_t> premier;
-  std::vector<std::uint16_t> place_1, place_2;  // where they come first in the next block
-  std::vector<std::uint32_t> leves;             // scratch: of one block
+  std::vector<std::uint32_t> leves;  // scratch
   std::vector<Candidat> candidats;
 };
 

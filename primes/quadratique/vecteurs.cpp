@@ -81,11 +81,6 @@ namespace {
   }
 }
 
-[[gnu::always_inline]] inline void abreger(const std::uint32_t* nombres, std::size_t n,
-                                           std::uint16_t* moities) {
-  for (std::size_t i = 0; i < n; ++i) moities[i] = static_cast<std::uint16_t>(nombres[i]);
-}
-
 [[gnu::always_inline]] inline void eliminer(std::uint64_t* bits, std::size_t lignes,
                                             std::size_t mots, std::size_t g,
                                             const std::uint64_t* sommes) {
@@ -101,8 +96,7 @@ namespace {
 }
 
 constexpr Vecteurs pour_tous{Pour<monter>::tous,  Pour<descendre>::tous, Pour<multiplier>::tous,
-                             Pour<reperer>::tous, Pour<relever>::tous,   Pour<abreger>::tous,
-                             Pour<eliminer>::tous};
+                             Pour<reperer>::tous, Pour<relever>::tous,   Pour<eliminer>::tous};
 
 #if defined(__x86_64__)
 
@@ -110,12 +104,11 @@ constexpr Instructions besoin_avx512 = instructions::avx512f | instructions::avx
                                        instructions::avx512dq | instructions::avx512vl;
 
 constexpr Vecteurs pour_avx2{Pour<monter>::avx2,  Pour<descendre>::avx2, Pour<multiplier>::avx2,
-                             Pour<reperer>::avx2, Pour<relever>::avx2,   Pour<abreger>::avx2,
-                             Pour<eliminer>::avx2};
+                             Pour<reperer>::avx2, Pour<relever>::avx2,   Pour<eliminer>::avx2};
 
-constexpr Vecteurs pour_avx512{
-    Pour<monter>::avx512,  Pour<descendre>::avx512, Pour<multiplier>::avx512, Pour<reperer>::avx512,
-    Pour<relever>::avx512, Pour<abreger>::avx512,   Pour<eliminer>::avx512};
+constexpr Vecteurs pour_avx512{Pour<monter>::avx512,     Pour<descendre>::avx512,
+                               Pour<multiplier>::avx512, Pour<reperer>::avx512,
+                               Pour<relever>::avx512,    Pour<eliminer>::avx512};
 
 #endif
 

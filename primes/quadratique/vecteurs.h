@@ -36,8 +36,6 @@ struct Vecteurs {
                   std::size_t fin, std::vector<std::uint32_t>& liste);
   /// Appends to `liste` the indices of the bytes whose bit 7 is set; n is a multiple of 64.
   void (*relever)(const std::uint8_t* octets, std::size_t n, std::vector<std::uint32_t>& liste);
-  /// The low halves of n numbers.
-  void (*abreger)(const std::uint32_t* nombres, std::size_t n, std::uint16_t* moities);
   /// Adds (modulo 2) to each row of a bit matrix of `mots` words a row, from the word of group g
   /// on, those two of 2 * 256 sums which its bits in columns 16g .. 16g + 15 tell: eight each.
   void (*eliminer)(std::uint64_t* bits, std::size_t lignes, std::size_t mots, std::size_t g,
