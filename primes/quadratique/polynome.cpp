@@ -63,14 +63,14 @@ std::vector<std::size_t> tirer_facteurs(Polynomes& s) {
 
 // 1 / q modulo all p of the base, q the prime at `rang`. With h = 1 / p mod q, found in a table,
 // p h - 1 is a multiple of q, and p - (p h - 1) / q is the inverse: no Euclid, one table per q.
-std::vector<std::uint32_t> inverses_de(const Base& base, std::size_t rang) {
+Tableau<std::uint32_t> inverses_de(const Base& base, std::size_t rang) {
   const std::uint32_t q = base.premier[rang];
   std::vector<std::uint32_t> modulo_q(q);
   modulo_q[1] = 1;
   for (std::uint32_t i = 2; i < q; ++i) {
     modulo_q[i] = produit_mod(q - q / i, modulo_q[q % i], q);
   }
-  std::vector<std::uint32_t> inverses(base.premier.size());
+  Tableau<std::uint32_t> inverses(base.premier.size());
   for (std::size_t i = base.ordinaires; i < base.taille; ++i) {
     if (i == rang) continue;
     const std::uint64_t p = base.premier[i];
@@ -126,7 +126,7 @@ void preparer_racines(Polynomes& s) {
     s.tampon[i] = moitie(s.tampon[i], p[i]);
     s.racine_2[i] = p[i] - s.racine_1[i];
   }
-  for (std::vector<std::uint32_t>* racines : {&s.racine_1, &s.racine_2}) {
+  for (Tableau<std::uint32_t>* racines : {&s.racine_1, &s.racine_2}) {
     vecteurs().descendre(racines->data(), s.tampon.data(), p, n);
     vecteurs().monter(racines->data(), s.demi_mod.data(), p, n);
     for (const std::size_t i : s.facteurs) (*racines)[i] = 0;
@@ -178,7 +178,7 @@ Polynomes::Polynomes(const Base& base_, const Reglages& reglages)
   termes.resize(nombre);
   moins_kn = entier256(-base.kn);
   for (const std::uint32_t p : base.premier) demi_mod.push_back(demi % p);
-  pas.assign(nombre, std::vector<std::uint32_t>(base.premier.size()));
+  pas.assign(nombre, Tableau<std::uint32_t>(base.premier.size()));
 }
 
 Mouvement Polynomes::mouvement(std::uint32_t rang_voulu) const {
@@ -195,7 +195,7 @@ bool Polynomes::suivant() {
   } else {
     const auto [de_combien, vers_le_haut] = mouvement(rang);
     const auto deplacer = vers_le_haut ? vecteurs().monter : vecteurs().descendre;
-    for (std::vector<std::uint32_t>* racines : {&racine_1, &racine_2}) {
+    for (Tableau<std::uint32_t>* racines : {&racine_1, &racine_2}) {
       deplacer(racines->data(), de_combien, base.premier.data(), limite);
     }
     // b changes by 2 B_l

@@ -18,7 +18,7 @@ constexpr std::uint32_t masque_numero = tranche_max - 1;
 
 // ---- Any processor -----------------------------------------------------------------------------
 
-std::size_t verser(const Deplacement& d, std::uint32_t longueur, std::uint32_t* liste) {
+std::size_t verser(Deplacement d, std::uint32_t longueur, std::uint32_t* liste) {
   std::size_t j = 0;
   for (std::size_t i = 0; i < d.nombre; ++i) {
     const std::uint32_t p = d.premier[i];
@@ -66,7 +66,7 @@ constexpr auto serrer = [] {
   _mm256_storeu_si256(reinterpret_cast<__m256i*>(huit), v);
 }
 
-[[gnu::target("avx2,popcnt")]] std::size_t verser_avx2(const Deplacement& d, std::uint32_t longueur,
+[[gnu::target("avx2,popcnt")]] std::size_t verser_avx2(Deplacement d, std::uint32_t longueur,
                                                        std::uint32_t* liste) {
   // Roots and primes are below 2^31: signed comparisons serve.
   const __m256i borne = _mm256_set1_epi32(static_cast<int>(longueur));
@@ -112,8 +112,7 @@ constexpr auto serrer = [] {
 
 // ---- AVX-512: sixteen at a time ----------------------------------------------------------------
 
-[[gnu::target("avx512f,popcnt")]] std::size_t verser_avx512(const Deplacement& d,
-                                                            std::uint32_t longueur,
+[[gnu::target("avx512f,popcnt")]] std::size_t verser_avx512(Deplacement d, std::uint32_t longueur,
                                                             std::uint32_t* liste) {
   // With a mask of its own an instruction is free of a false warning of gcc 12.
   constexpr __mmask16 toutes = 0xFFFF;
@@ -221,11 +220,11 @@ void Seaux::remplir(Polynomes& polynomes) {
 
 void Seaux::ajouter(std::size_t rang, std::uint8_t* octets) const {
   const std::size_t k = rang % lot;
+  const std::uint32_t* const seau = touches.data() + k * capacite;
   for (std::size_t t = 0; t < tranches.size(); ++t) {
     const std::uint8_t poids = tranches[t].poids;
-    const std::uint32_t* touche = touches.data() + k * capacite + bornes[t * lot + k];
-    const std::uint32_t* const fin = touches.data() + k * capacite + bornes[(t + 1) * lot + k];
-    for (; touche < fin; ++touche) {
+    const std::uint32_t* const fin = seau + bornes[(t + 1) * lot + k];
+    for (const std::uint32_t* touche = seau + bornes[t * lot + k]; touche < fin; ++touche) {
       std::uint8_t& octet = octets[*touche >> bits_numero];
       octet = static_cast<std::uint8_t>(octet + poids);
     }

@@ -48,7 +48,7 @@ struct BouclesSeaux {
   /// Moves the roots, and lists those that are below `longueur` < longueur_max:
   /// root << bits_numero | number in the slice. Gives how many. `liste` has room for all roots and
   /// 16 more.
-  std::size_t (*verser)(const Deplacement& d, std::uint32_t longueur, std::uint32_t* liste);
+  std::size_t (*verser)(Deplacement d, std::uint32_t longueur, std::uint32_t* liste);
   /// Appends `premier` + number for each of n hits at that position.
   void (*chercher)(const std::uint32_t* touches, std::size_t n, std::uint32_t position,
                    std::uint32_t premier, std::vector<std::uint32_t>& liste);
@@ -82,8 +82,8 @@ struct Seaux {
   std::uint32_t longueur;
   std::size_t capacite;  // of a bucket
   std::vector<Tranche> tranches;
-  std::vector<std::uint32_t> touches;  // bucket after bucket, in each slice after slice
-  std::vector<std::size_t> bornes;     // [slice * lot + bucket]: where its hits begin
+  Tableau<std::uint32_t> touches;   // bucket after bucket, in each slice after slice
+  std::vector<std::size_t> bornes;  // [slice * lot + bucket]: where its hits begin
 };
 
 }  // namespace premiers::quadratique
