@@ -5,8 +5,10 @@
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
+#include "primes/facteurs/facteurs64.h"
 #include "primes/quadratique/crible_quadratique.h"
 
 namespace {
@@ -24,11 +26,13 @@ std::vector<NTL::ZZ> nombres(long chiffres) {
   return liste;
 }
 
+std::uint64_t scinder(std::uint64_t m) { return premiers::plus_petit_facteur(m); }
+
 void facteur(benchmark::State& state) {
   const std::vector<NTL::ZZ> liste = nombres(state.range(0));
   std::size_t i = 0;
   for (auto _ : state) {
-    benchmark::DoNotOptimize(premiers::facteur_quadratique(liste[i++ % liste.size()]));
+    benchmark::DoNotOptimize(premiers::facteur_quadratique(liste[i++ % liste.size()], {}, scinder));
   }
 }
 

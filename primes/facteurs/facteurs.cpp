@@ -98,6 +98,12 @@ double profondeur(long bits) {
   return std::min(20 + 0.122 * (taille - bits_echelle), 4.0 / 13 * chiffres_par_bit * taille);
 }
 
+/// What the sieve splits its residues of two large primes with.
+std::uint64_t scinder(std::uint64_t m) {
+  const auto f = facteur_ecm(m, courbes_ecm_seule);
+  return f ? bas(*f) : 0;
+}
+
 /// Proper factors of the composite n, which is no perfect power and has no small factor: one, or
 /// all of its primes where they come together. `echelle` is what curves have been tried.
 std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& suivi) {
@@ -109,7 +115,7 @@ std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& su
   }
   if (const auto f = facteur_par_echelle(n, profondeur(bits), echelle, suivi)) return {*f};
   if (bits <= bits_crible) {
-    if (const auto f = facteur_quadratique(n, suivi)) return {*f};
+    if (const auto f = facteur_quadratique(n, suivi, scinder)) return {*f};
   }
   if (suivi) suivi(0);
   return pari::diviseurs_premiers(n);

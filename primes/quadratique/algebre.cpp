@@ -116,8 +116,8 @@ void Matrice::inverser(std::size_t ligne, std::size_t colonne) {
   bits[ligne * mots + colonne / 64] ^= std::uint64_t{1} << (colonne % 64);
 }
 
-std::vector<std::vector<std::size_t>> noyau(Matrice& matrice, std::size_t maximum,
-                                            const std::function<void()>& signe_de_vie) {
+std::vector<Ensemble> noyau(Matrice& matrice, std::size_t maximum,
+                            const std::function<void()>& signe_de_vie) {
   Pivots pivots{std::vector<std::size_t>(64 * matrice.mots, aucun),
                 std::vector<std::uint8_t>(matrice.lignes)};
   std::vector<std::uint64_t> sommes(2 * 256 * matrice.mots);
@@ -127,18 +127,18 @@ std::vector<std::vector<std::size_t>> noyau(Matrice& matrice, std::size_t maximu
   }
 
   // A column without pivot is the sum of the pivot columns of the rows in which it has a 1.
-  std::vector<std::vector<std::size_t>> base;
+  std::vector<Ensemble> base;
   for (std::size_t libre = 0; libre < matrice.colonnes && base.size() < maximum; ++libre) {
     if (pivots.ligne_de[libre] != aucun) continue;
-    std::vector<std::size_t> membre;
+    Ensemble membre;
     for (std::size_t c = 0; c < libre; ++c) {
       const std::size_t r = pivots.ligne_de[c];
       if (r == aucun) continue;
       if (((matrice.bits[r * matrice.mots + libre / 64] >> (libre % 64)) & 1) != 0) {
-        membre.push_back(c);
+        membre.push_back(static_cast<std::uint32_t>(c));
       }
     }
-    membre.push_back(libre);
+    membre.push_back(static_cast<std::uint32_t>(libre));
     base.push_back(std::move(membre));
   }
   return base;

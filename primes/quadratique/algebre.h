@@ -9,7 +9,7 @@
 // than the cache.
 //
 // Cost: rows^2 * columns / 1024 operations on words (0.03 s for 5000 x 5000; it grows with the
-// cube, and beyond some 40000 rows Lanczos' method would be better); memory rows * columns / 8
+// cube; for larger ones there is lanczos.h); memory rows * columns / 8
 // bytes.
 #pragma once
 
@@ -17,6 +17,8 @@
 #include <cstdint>
 #include <functional>
 #include <vector>
+
+#include "primes/quadratique/creuse.h"
 
 namespace premiers::quadratique {
 
@@ -34,7 +36,7 @@ struct Matrice {
 /// A basis of the kernel, but no more than `maximum` members: each a list of columns, increasing,
 /// whose sum is zero. Destroys the matrix (it is reduced to echelon form). `signe_de_vie`, if not
 /// empty, is called now and then, every few milliseconds at least; it may throw.
-std::vector<std::vector<std::size_t>> noyau(Matrice& matrice, std::size_t maximum,
-                                            const std::function<void()>& signe_de_vie = {});
+std::vector<Ensemble> noyau(Matrice& matrice, std::size_t maximum,
+                            const std::function<void()>& signe_de_vie = {});
 
 }  // namespace premiers::quadratique

@@ -13,8 +13,14 @@
 //   base        the multiplier k and the factor base
 //   polynome    families of polynomials and their roots
 //   tamis       the sieve array: where is a value probably smooth?
-//   relations   dividing these values out; pairing those with one large prime left
-//   algebre     which relations multiply to a square?
+//   campagne    the first half, sieving and gathering, of all these and the next three:
+//   division    dividing these values by the base
+//   scission    the one or two large primes that are left
+//   relations   what is kept, and, counted by graphe, what it is worth
+//   resolution  the second half, of these three:
+//   cycles      products of relations without large primes
+//   noyau       those of them that multiply to a square: filtrage makes the matrix smaller, then
+//               lanczos solves it, or algebre if it is small
 //   racine      the square root and the gcd
 // and below them entier, integers of 256 bits, and vecteurs, the loops that are worth vectors.
 //
@@ -26,6 +32,8 @@
 #include <optional>
 
 #include "primes/arithmetique/suivi.h"
+#include "primes/quadratique/reglages.h"
+#include "primes/quadratique/scission.h"
 
 namespace premiers {
 
@@ -35,6 +43,13 @@ namespace premiers {
 /// ways). nullopt for any other number and, which a composite n is not expected to meet, when a
 /// generous limit of work is reached. The result depends on n only, not on the run. Memory: 16 MB
 /// at 60 digits, 45 MB at 70. `suivi` may throw.
-std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi = {});
+/// `scission` splits what is left of values with two large primes. The settings for more than 230
+/// bits count on it: without it, larger numbers take longer than they need.
+std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi = {},
+                                           quadratique::Scission scission = nullptr);
+
+/// The same with other settings than those for its size.
+std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const quadratique::Reglages& reglages,
+                                           const Suivi& suivi, quadratique::Scission scission);
 
 }  // namespace premiers

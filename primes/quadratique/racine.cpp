@@ -1,78 +1,79 @@
 // SPDX-License-Identifier: MIT
 #include "primes/quadratique/racine.h"
 
-#include <vector>
-
-#include "primes/quadratique/algebre.h"
+#include <algorithm>
 
 namespace premiers::quadratique {
 
 namespace {
 
-// Calls f with each relation of a column: one or two.
-template <class F>
-void pour_chaque_relation(const Recolte& recolte, const Colonne& colonne, F f) {
-  f(recolte.relations[colonne.first]);
-  if (colonne.second != colonne.first) f(recolte.relations[colonne.second]);
-}
+// A product modulo n. Small factors are gathered up to a word before it goes into the long number.
+class Produit {
+ public:
+  explicit Produit(const NTL::ZZ& n) : n_(n), valeur_(1) {}
+  void fois(std::uint32_t facteur) {
+    mot_ *= facteur;
+    if (mot_ >> 32 != 0) vider();
+  }
+  const NTL::ZZ& valeur() {
+    vider();
+    return valeur_;
+  }
 
-// Row: entry of the base; column: column of the harvest; bit: is the exponent odd?
-Matrice matrice_des_exposants(const Recolte& recolte) {
-  Matrice matrice(recolte.base.taille, recolte.colonnes.size());
-  for (std::size_t j = 0; j < recolte.colonnes.size(); ++j) {
-    pour_chaque_relation(recolte, recolte.colonnes[j], [&](const Relation& relation) {
-      for (std::size_t i = relation.debut; i < relation.fin; ++i) {
-        matrice.inverser(recolte.facteurs[i], j);
-      }
-    });
+ private:
+  void vider() {
+    valeur_ = valeur_ * NTL::to_ZZ(static_cast<unsigned long>(mot_)) % n_;
+    mot_ = 1;
   }
-  return matrice;
-}
-
-// gcd(U - V, n) for a set of columns whose product is a square.
-NTL::ZZ pgcd_de(const NTL::ZZ& n, const Recolte& recolte, const std::vector<std::size_t>& membre) {
-  NTL::ZZ u(1);
-  NTL::ZZ v(1);
-  std::vector<long> exposants(recolte.base.taille);
-  for (const std::size_t j : membre) {
-    const Colonne& colonne = recolte.colonnes[j];
-    pour_chaque_relation(recolte, colonne, [&](const Relation& relation) {
-      u = NTL::MulMod(u, grand_entier(relation.u) % n, n);
-      for (std::size_t i = relation.debut; i < relation.fin; ++i) {
-        ++exposants[recolte.facteurs[i]];
-      }
-    });
-    // The large prime is in both relations of a pair: its square is in the product.
-    if (colonne.first != colonne.second) {
-      v = NTL::MulMod(v, NTL::to_ZZ(recolte.relations[colonne.first].grand) % n, n);
-    }
-  }
-  // p^(e/2) of all primes; products are gathered up to a word, before one goes into v.
-  constexpr std::uint64_t plein = std::uint64_t{1} << 40;
-  std::uint64_t mot = 1;
-  for (std::size_t i = 1; i < exposants.size(); ++i) {
-    for (long e = exposants[i]; e > 0; e -= 2) {
-      mot *= recolte.base.premier[i];
-      if (mot < plein) continue;
-      v = NTL::MulMod(v, NTL::to_ZZ(static_cast<unsigned long>(mot)) % n, n);
-      mot = 1;
-    }
-  }
-  v = NTL::MulMod(v, NTL::to_ZZ(static_cast<unsigned long>(mot)) % n, n);
-  return NTL::GCD(u - v, n);
-}
+  const NTL::ZZ& n_;
+  NTL::ZZ valeur_;
+  std::uint64_t mot_ = 1;
+};
 
 }  // namespace
 
-std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte,
-                                             const std::function<void()>& signe_de_vie) {
-  constexpr std::size_t essais = 64;
-  Matrice matrice = matrice_des_exposants(recolte);
-  for (const auto& membre : noyau(matrice, essais, signe_de_vie)) {
-    NTL::ZZ facteur = pgcd_de(n, recolte, membre);
-    if (facteur != 1 && facteur != n) return facteur;
+bool tient(const NTL::ZZ& n, const Recolte& recolte, const Relation& relation) {
+  Produit produit(n);
+  bool moins = false;
+  recolte.facteurs.pour_chaque(relation.place, relation.nombre, [&](std::uint32_t i) {
+    if (i == 0) {
+      moins = !moins;
+    } else {
+      produit.fois(recolte.base.premier[i]);
+    }
+  });
+  produit.fois(relation.grands.petit);
+  produit.fois(relation.grands.grand);
+  const NTL::ZZ u = grand_entier(relation.u);
+  return (u * u + (moins ? produit.valeur() : -produit.valeur())) % n == 0;
+}
+
+NTL::ZZ pgcd_des_racines(const NTL::ZZ& n, const Recolte& recolte,
+                         const std::vector<std::uint32_t>& indices) {
+  NTL::ZZ u(1);
+  std::vector<std::uint32_t> exposants(recolte.base.taille);
+  std::vector<std::uint32_t> grands;
+  for (const std::uint32_t indice : indices) {
+    const Relation& relation = recolte.relations[indice];
+    u = u * grand_entier(relation.u) % n;
+    recolte.facteurs.pour_chaque(relation.place, relation.nombre,
+                                 [&](std::uint32_t i) { ++exposants[i]; });
+    grands.push_back(relation.grands.petit);
+    grands.push_back(relation.grands.grand);
   }
-  return std::nullopt;
+  Produit v(n);
+  for (std::size_t i = 0; i < exposants.size(); ++i) {
+    if (exposants[i] % 2 != 0) return NTL::ZZ(0);
+    if (i == 0) continue;  // (-1)^even
+    for (std::uint32_t e = exposants[i]; e > 0; e -= 2) v.fois(recolte.base.premier[i]);
+  }
+  // In order, the two of each pair of equal ones are neighbours.
+  std::sort(grands.begin(), grands.end());
+  for (std::size_t i = 0; i < grands.size(); i += 2) {
+    if (grands[i] != grands[i + 1]) return NTL::ZZ(0);
+    v.fois(grands[i]);
+  }
+  return NTL::GCD(u - v.valeur(), n);
 }
 
 }  // namespace premiers::quadratique

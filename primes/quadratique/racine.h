@@ -1,20 +1,23 @@
 // SPDX-License-Identifier: MIT
-// The last step of the quadratic sieve: relations whose product is a square give a factor.
+// The square root: relations whose product is a square give U^2 = V^2 mod n, and gcd(U - V, n) is a
+// proper factor for half of such sets or more.
 #pragma once
 
 #include <NTL/ZZ.h>
 
-#include <functional>
-#include <optional>
+#include <cstdint>
+#include <vector>
 
 #include "primes/quadratique/relations.h"
 
 namespace premiers::quadratique {
 
-/// Solves the matrix of all columns of the harvest and tries up to 64 of the solutions: each gives
-/// U^2 = V^2 mod n, and gcd(U - V, n) is a proper factor for half of them or more. nullopt if
-/// none was lucky, or if there are too few columns. `signe_de_vie` as for noyau.
-std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte,
-                                             const std::function<void()>& signe_de_vie = {});
+/// Does a relation hold: is u^2 the product of its primes, modulo n?
+bool tient(const NTL::ZZ& n, const Recolte& recolte, const Relation& relation);
+
+/// gcd(U - V, n) for relations, given by their indices, whose product is a square. 0 if it is none:
+/// some prime, large or of the base, occurs an odd number of times.
+NTL::ZZ pgcd_des_racines(const NTL::ZZ& n, const Recolte& recolte,
+                         const std::vector<std::uint32_t>& indices);
 
 }  // namespace premiers::quadratique

@@ -46,6 +46,12 @@ constexpr std::array<Ligne, 11> lignes{{
     {380, 75000, 65536, 500, 120, 34, 12},
 }};
 
+// From here on values with two large primes pay. Below, they cost more divisions than they bring
+// cycles.
+constexpr double bits_deux_grands = 230;
+// Bits of the tolerance that go with them: much more is divided, and more of it in vain.
+constexpr double tolerance_en_moins = 8;
+
 }  // namespace
 
 Reglages reglages(long bits) {
@@ -63,6 +69,11 @@ Reglages reglages(long bits) {
   r.grand = static_cast<std::uint32_t>(entre(bas.grand, haut.grand));
   r.petit = static_cast<std::uint32_t>(entre(bas.petit, haut.petit));
   r.tolerance = entre(bas.tolerance, haut.tolerance);
+  r.exposant = 1;
+  if (taille >= bits_deux_grands) {
+    r.exposant = 1.85;
+    r.tolerance -= tolerance_en_moins;
+  }
   r.facteur = entre(bas.facteur, haut.facteur);
   return r;
 }

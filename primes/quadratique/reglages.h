@@ -13,7 +13,8 @@ struct Reglages {
   std::uint32_t grand;  ///< a large prime may be this many times the largest of the base
   std::uint32_t petit;  ///< primes below are not sieved, only divided by
   double tolerance;     ///< bits by which a value may miss being smooth, to be looked at
-  double facteur;       ///< wished size of the primes in the leading coefficient a, in bits
+  double exposant;  ///< two large primes: their product is below this power of the largest; 1: none
+  double facteur;   ///< wished size of the primes in the leading coefficient a, in bits
 };
 
 /// The settings for a number of that many bits.

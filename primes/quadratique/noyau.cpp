@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "primes/quadratique/noyau.h"
+
+#include <cstdint>
+
+#include "primes/quadratique/algebre.h"
+#include "primes/quadratique/filtrage.h"
+#include "primes/quadratique/lanczos.h"
+
+namespace premiers::quadratique {
+
+namespace {
+
+constexpr std::size_t membres_au_plus = 64;
+
+// Up to so many columns, after filtering, the elimination is as fast, and cannot fail.
+constexpr std::size_t elimination_max = 4000;
+// Up to so many it stands behind block Lanczos when that failed: 200 MB.
+constexpr std::size_t elimination_permise = 40000;
+constexpr std::uint64_t graines = 4;
+
+// Columns more than rows that are kept. More members than a few are hardly ever needed, and neither
+// method needs more.
+constexpr std::size_t surplus = 20;
+
+std::vector<Ensemble> eliminer(const MatriceCreuse& creuse,
+                               const std::function<void()>& signe_de_vie) {
+  Matrice matrice(creuse.lignes, creuse.colonnes.size());
+  for (std::size_t j = 0; j < creuse.colonnes.size(); ++j) {
+    for (const std::uint32_t i : creuse.colonnes[j]) matrice.inverser(i, j);
+  }
+  return noyau(matrice, membres_au_plus, signe_de_vie);
+}
+
+std::vector<Ensemble> resoudre(const MatriceCreuse& matrice,
+                               const std::function<void()>& signe_de_vie) {
+  const std::size_t n = matrice.colonnes.size();
+  if (n <= elimination_max) return eliminer(matrice, signe_de_vie);
+  for (std::uint64_t graine = 1; graine <= graines; ++graine) {
+    auto membres = noyau_lanczos(matrice, graine, signe_de_vie);
+    if (!membres.empty()) return membres;
+  }
+  if (n <= elimination_permise) return eliminer(matrice, signe_de_vie);
+  return {};
+}
+
+}  // namespace
+
+std::vector<Ensemble> noyau(const MatriceCreuse& matrice,
+                            const std::function<void()>& signe_de_vie) {
+  const MatriceReduite reduite = filtrer(matrice, surplus, signe_de_vie);
+  std::vector<Ensemble> membres;
+  for (const auto& membre : resoudre(reduite.matrice, signe_de_vie)) {
+    if (signe_de_vie) signe_de_vie();
+    Ensemble colonnes = somme(reduite.origines, membre, matrice.colonnes.size());
+    if (!colonnes.empty() && somme(matrice.colonnes, colonnes, matrice.lignes).empty()) {
+      membres.push_back(std::move(colonnes));
+    }
+  }
+  return membres;
+}
+
+}  // namespace premiers::quadratique

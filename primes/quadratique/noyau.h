@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// The kernel of a sparse matrix over GF(2), by the way that is best for its size: made smaller
+// (filtrage.h), then eliminated as bits (algebre.h) or, when it is large, by block Lanczos
+// (lanczos.h). Every member is multiplied back before it is given.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "primes/quadratique/creuse.h"
+
+namespace premiers::quadratique {
+
+/// Members of the kernel, independent, up to 64 of them: each a list of columns, increasing, whose
+/// sum is zero. None only if there is none, or if all attempts on a large matrix failed; a few more
+/// columns help then. `signe_de_vie`, if not empty, is called ten times a second at least.
+std::vector<Ensemble> noyau(const MatriceCreuse& matrice,
+                            const std::function<void()>& signe_de_vie = {});
+
+}  // namespace premiers::quadratique

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "primes/quadratique/scission.h"
+
+#include <algorithm>
+
+#include "primes/arithmetique/racines.h"
+#include "primes/primalite/primalite.h"
+
+namespace premiers::quadratique {
+
+std::optional<GrandsPremiers> grands_premiers(std::uint64_t reste, const BornesDesRestes& bornes,
+                                              Scission scission) {
+  if (reste < bornes.premier && reste < bornes.carre) {
+    return GrandsPremiers{1, static_cast<std::uint32_t>(reste)};
+  }
+  if (reste < bornes.carre || reste >= bornes.produit || est_premier(reste)) return std::nullopt;
+  // No splitting finds the root of a square.
+  const std::uint64_t racine = racine_carree(reste);
+  const std::uint64_t p = racine * racine == reste ? racine : scission(reste);
+  if (p == 0) return std::nullopt;
+  const auto [petit, grand] = std::minmax({p, reste / p});
+  // Composite factors fall here too: they are above P^2.
+  if (grand >= std::min(bornes.premier, bornes.carre)) return std::nullopt;
+  return GrandsPremiers{static_cast<std::uint32_t>(petit), static_cast<std::uint32_t>(grand)};
+}
+
+}  // namespace premiers::quadratique
