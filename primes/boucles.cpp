@@ -9,6 +9,7 @@
 #include "primes/crible/touches.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
+#include "primes/quadratique/seaux.h"
 #include "primes/quadratique/vecteurs.h"
 
 namespace premiers {
@@ -34,6 +35,7 @@ std::vector<Boucle> boucles() {
           decrire("feuilles_faciles", versions_de_feuilles_faciles()),
           decrire("compte_p2", versions_de_compte_p2()),
           decrire("vecteurs", quadratique::versions_des_vecteurs()),
+          decrire("seaux", quadratique::versions_des_seaux()),
           decrire("facteur_ecm", versions_de_facteur_ecm()),
           decrire("facteur_ecm_long", versions_de_facteur_ecm_long())};
 }

@@ -22,8 +22,9 @@ namespace {
   for (std::size_t i = 0; i < n; ++i) r[i] = std::min(r[i] - d[i], r[i] - d[i] + p[i]);
 }
 
-// The float quotient is wrong by less than one for products below 2^21 p: the remainder, computed
-// modulo 2^32, is between -p and 2p.
+// Each of the three roundings is wrong by 2^-24 at most, so that a quotient below 2^23 is wrong by
+// less than 1.51 before it is cut off: the remainder, computed modulo 2^32, is above -2p and below
+// 3p.
 [[gnu::always_inline]] inline void multiplier(std::uint32_t* r, const std::uint32_t* a,
                                               const std::uint32_t* b, const std::uint32_t* p,
                                               const float* reciproque, std::size_t n) {
@@ -33,7 +34,8 @@ namespace {
     const auto quotient =
         static_cast<std::uint32_t>(static_cast<std::int32_t>(produit * reciproque[i]));
     std::uint32_t reste = a[i] * b[i] - quotient * p[i];
-    reste = std::min(reste, reste + p[i]);
+    reste = std::min(reste, reste + 2 * p[i]);
+    reste = std::min(reste, reste - 2 * p[i]);
     r[i] = std::min(reste, reste - p[i]);
   }
 }

@@ -19,14 +19,14 @@ namespace premiers::quadratique {
 inline constexpr std::size_t largeur_vecteurs = 32;
 
 /// Primes must be below, for the float arithmetic.
-inline constexpr std::uint32_t borne_premiers = std::uint32_t{1} << 21;
+inline constexpr std::uint32_t borne_premiers = std::uint32_t{1} << 23;
 
 struct Vecteurs {
   /// Moves n roots r < p by steps d < p, up or down, modulo p.
   void (*monter)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p, std::size_t n);
   void (*descendre)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p,
                     std::size_t n);
-  /// r = a * b modulo p for n elements; a * b < 2^21 p; reciproque = 1 / p.
+  /// r = a * b modulo p for n elements; a * b < 2^23 p; reciproque = 1 / p.
   void (*multiplier)(std::uint32_t* r, const std::uint32_t* a, const std::uint32_t* b,
                      const std::uint32_t* p, const float* reciproque, std::size_t n);
   /// Appends to `liste` the indices debut <= i < fin, both multiples of largeur_vecteurs, for which
