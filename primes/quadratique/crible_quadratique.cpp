@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "primes/quadratique/crible_quadratique.h"
 
-#include <algorithm>
-#include <cmath>
-
+#include "primes/quadratique/avancement.h"
 #include "primes/quadratique/campagne.h"
 #include "primes/quadratique/resolution.h"
 
@@ -18,25 +16,17 @@ using namespace quadratique;
 // entries never occur. More would cost more sieving than the rare second try does.
 constexpr std::size_t excedent = 2;
 
-// What is given up after: so many polynomials per entry of the base (200 times what is normal),
+// What is given up after: so many polynomials per entry of the base (30 is normal at 75 digits),
 // and so many matrices without luck (a prime n would give infinitely many).
-constexpr std::size_t polynomes_par_entree = 1000;
+constexpr std::size_t polynomes_par_entree = 20000;
 constexpr int matrices_au_plus = 12;
 
 // Polynomials between two calls of the progress callback, 0.2 to 3 ms.
 constexpr std::size_t cadence = 32;
 
-// Part of the time that goes into sieving, about; the rest is linear algebra.
-constexpr double part_du_crible = 0.95;
-
-// The part of the sieving that is done. Relations come evenly, cycles faster and faster, the more
-// large primes there are to meet. Measured: with one large prime, at 65 digits, half of the cycles
-// are there after 0.60 of the time, a fifth after 0.30; with two, at 70 digits, after 0.71 and 0.41.
-// These powers are within 0.05 of that from a tenth of the cycles on.
-double avancement(const Recolte& recolte, std::size_t but, bool deux_grands) {
-  const double part = static_cast<double>(recolte.cycles()) / static_cast<double>(but);
-  return std::pow(std::min(1.0, part), deux_grands ? 0.5 : 0.73);
-}
+// Part of the time that goes into sieving, about; the rest is linear algebra: 5 percent at 60 digits,
+// 1 at 75.
+constexpr double part_du_crible = 0.97;
 
 }  // namespace
 
@@ -55,14 +45,14 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Reglages& cho
 
   Campagne campagne(base, choix, scission);
   Recolte& recolte = campagne.recolte;
+  Avancement avancement;
   const auto signe_de_vie = [&suivi] {
     if (suivi) suivi(part_du_crible);
   };
   std::size_t but = base.taille + excedent;
   int matrices = 0;
   for (std::size_t i = 0; i < polynomes_par_entree * base.taille && campagne.avancer(); ++i) {
-    if (suivi && i % cadence == 0)
-      suivi(part_du_crible * avancement(recolte, but, choix.exposant > 1));
+    if (suivi && i % cadence == 0) suivi(part_du_crible * avancement.part(recolte, but));
     if (recolte.cycles() < but || retirer_fausses(n, recolte, signe_de_vie) > 0) continue;
     if (auto facteur = facteur_des_relations(n, recolte, signe_de_vie)) return facteur;
     if (++matrices == matrices_au_plus) break;

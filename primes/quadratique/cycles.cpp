@@ -12,6 +12,18 @@ namespace {
 
 constexpr std::uint32_t aucune = ~std::uint32_t{0};
 
+// So many edges or vertices between two signs of life.
+constexpr std::size_t cadence = 1U << 15;
+
+// Called once for each edge or vertex.
+struct Cadence {
+  const std::function<void()>& signe_de_vie;
+  std::size_t fois = 0;
+  void pas() {
+    if (++fois % cadence == 0 && signe_de_vie) signe_de_vie();
+  }
+};
+
 using Bouts = std::pair<std::uint32_t, std::uint32_t>;
 
 // The edges at each vertex, one vertex behind the other.
@@ -20,7 +32,7 @@ struct Voisinage {
   std::vector<std::uint32_t> aretes;
 };
 
-Voisinage voisinage(const std::vector<Bouts>& bouts, std::size_t sommets) {
+Voisinage voisinage(const std::vector<Bouts>& bouts, std::size_t sommets, Cadence& vie) {
   Voisinage v{std::vector<std::uint32_t>(sommets + 1),
               std::vector<std::uint32_t>(2 * bouts.size())};
   for (const auto& [i, j] : bouts) {
@@ -30,6 +42,7 @@ Voisinage voisinage(const std::vector<Bouts>& bouts, std::size_t sommets) {
   std::uint32_t total = 0;
   for (std::uint32_t& d : v.debut) d = total += d;  // the end of each, which filling moves down
   for (std::uint32_t a = 0; a < bouts.size(); ++a) {
+    vie.pas();
     v.aretes[--v.debut[bouts[a].first]] = a;
     v.aretes[--v.debut[bouts[a].second]] = a;
   }
@@ -48,10 +61,11 @@ std::uint32_t autre_bout(const Bouts& bouts, std::uint32_t sommet) {
 
 // Grows the tree of the component of `racine`.
 void parcourir(const std::vector<Bouts>& bouts, const Voisinage& voisins, std::uint32_t racine,
-               Arbres& arbres) {
+               Arbres& arbres, Cadence& vie) {
   std::vector<std::uint32_t> file{racine};
   arbres.niveau[racine] = 0;
   for (std::size_t tete = 0; tete < file.size(); ++tete) {
+    vie.pas();
     const std::uint32_t ici = file[tete];
     for (std::uint32_t k = voisins.debut[ici]; k < voisins.debut[ici + 1]; ++k) {
       const std::uint32_t arete = voisins.aretes[k];
@@ -80,23 +94,26 @@ std::vector<std::uint32_t> cycle_de(const std::vector<Bouts>& bouts, const Arbre
 }  // namespace
 
 std::vector<std::vector<std::uint32_t>> cycles_independants(
-    const std::vector<GrandsPremiers>& aretes) {
+    const std::vector<GrandsPremiers>& aretes, const std::function<void()>& signe_de_vie) {
+  Cadence vie{signe_de_vie};
   Graphe graphe;  // for its numbers only
   std::vector<Bouts> bouts;
   bouts.reserve(aretes.size());
   for (const GrandsPremiers& a : aretes) {
+    vie.pas();
     const std::uint32_t i = graphe.numero(a.petit);
     bouts.emplace_back(i, graphe.numero(a.grand));
   }
   const std::size_t sommets = graphe.premiers.size();
-  const Voisinage voisins = voisinage(bouts, sommets);
+  const Voisinage voisins = voisinage(bouts, sommets, vie);
   Arbres arbres{std::vector<std::uint32_t>(sommets, aucune),
                 std::vector<std::uint32_t>(sommets, aucune)};
   for (std::uint32_t racine = 0; racine < sommets; ++racine) {
-    if (arbres.niveau[racine] == aucune) parcourir(bouts, voisins, racine, arbres);
+    if (arbres.niveau[racine] == aucune) parcourir(bouts, voisins, racine, arbres, vie);
   }
   std::vector<std::vector<std::uint32_t>> cycles;
   for (std::uint32_t a = 0; a < bouts.size(); ++a) {
+    vie.pas();
     if (arbres.montee[bouts[a].first] == a || arbres.montee[bouts[a].second] == a) continue;
     cycles.push_back(cycle_de(bouts, arbres, a));
   }

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "primes/quadratique/scission.h"
@@ -17,8 +18,8 @@
 namespace premiers::quadratique {
 
 /// A basis of the cycles of the graph with these edges: each a list of indices of edges, as many
-/// cycles as Graphe counts.
+/// cycles as Graphe counts. `signe_de_vie`, if not empty, is called every few milliseconds.
 std::vector<std::vector<std::uint32_t>> cycles_independants(
-    const std::vector<GrandsPremiers>& aretes);
+    const std::vector<GrandsPremiers>& aretes, const std::function<void()>& signe_de_vie = {});
 
 }  // namespace premiers::quadratique

@@ -180,8 +180,10 @@ Chantier ouvrir(MatriceCreuse matrice) {
 MatriceReduite filtrer(MatriceCreuse matrice, std::size_t surplus,
                        const std::function<void()>& signe_de_vie) {
   Chantier c = ouvrir(std::move(matrice));
+  if (signe_de_vie) signe_de_vie();
   retirer_surplus(c, surplus);
   for (std::size_t m = 2; m <= fusion_max; ++m) {
+    if (signe_de_vie) signe_de_vie();
     suivre(c, m);
     for (std::uint32_t i = 0; i < c.matrice.lignes; ++i) {
       if (signe_de_vie && i % cadence == 0) signe_de_vie();

@@ -24,14 +24,22 @@ void agrandir(Recolte& recolte) {
   }
 }
 
+// Counts a relation as what its large primes make it.
+void compter(Recolte& recolte, GrandsPremiers grands) {
+  if (grands.grand == 1) ++recolte.pleines;
+  if (grands.petit != 1) ++recolte.doubles;
+  recolte.graphe.ajouter(grands.petit, grands.grand);
+}
+
 }  // namespace
 
 void Recolte::recompter() {
   graphe = Graphe();
+  pleines = doubles = 0;
   std::fill(table.begin(), table.end(), 0);
   for (std::uint32_t i = 0; i < relations.size(); ++i) {
     case_de(*this, relations[i].u) = i + 1;
-    graphe.ajouter(relations[i].grands.petit, relations[i].grands.grand);
+    compter(*this, relations[i].grands);
   }
 }
 
@@ -46,7 +54,7 @@ bool Recolte::ajouter(Valeur& valeur, GrandsPremiers grands) {
                        static_cast<std::uint32_t>(valeur.facteurs.size()), grands});
   ici = static_cast<std::uint32_t>(relations.size());
   if (2 * relations.size() > table.size()) agrandir(*this);
-  graphe.ajouter(grands.petit, grands.grand);
+  compter(*this, grands);
   return true;
 }
 

@@ -39,7 +39,9 @@ struct Recolte {
 
   const Base& base;
   std::vector<Relation> relations;
-  ListesSerrees facteurs;  // of all relations
+  std::size_t pleines = 0;  // relations without large prime
+  std::size_t doubles = 0;  // with two
+  ListesSerrees facteurs;   // of all relations
   Graphe graphe;
   std::vector<std::uint32_t> table;  // hashed by u: index + 1, or 0
 };

@@ -23,7 +23,8 @@ std::vector<GrandsPremiers> aretes_de(const Recolte& recolte) {
 
 }  // namespace
 
-MatriceCreuse matrice_des_exposants(const Recolte& recolte, const std::vector<Ensemble>& cycles) {
+MatriceCreuse matrice_des_exposants(const Recolte& recolte, const std::vector<Ensemble>& cycles,
+                                    const std::function<void()>& signe_de_vie) {
   MatriceCreuse matrice{recolte.base.taille, {}};
   matrice.colonnes.reserve(cycles.size());
   for (const Ensemble& cycle : cycles) {
@@ -36,6 +37,7 @@ MatriceCreuse matrice_des_exposants(const Recolte& recolte, const std::vector<En
     garder_impairs(colonne);
     colonne.shrink_to_fit();
     matrice.colonnes.push_back(std::move(colonne));
+    if (signe_de_vie && matrice.colonnes.size() % cadence == 0) signe_de_vie();
   }
   return matrice;
 }
@@ -56,8 +58,8 @@ std::size_t retirer_fausses(const NTL::ZZ& n, Recolte& recolte,
 
 std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte,
                                              const std::function<void()>& signe_de_vie) {
-  const std::vector<Ensemble> cycles = cycles_independants(aretes_de(recolte));
-  const MatriceCreuse matrice = matrice_des_exposants(recolte, cycles);
+  const std::vector<Ensemble> cycles = cycles_independants(aretes_de(recolte), signe_de_vie);
+  const MatriceCreuse matrice = matrice_des_exposants(recolte, cycles, signe_de_vie);
   for (const Ensemble& membre : noyau(matrice, signe_de_vie)) {
     if (signe_de_vie) signe_de_vie();
     NTL::ZZ facteur = pgcd_des_racines(n, recolte, somme(cycles, membre, recolte.relations.size()));

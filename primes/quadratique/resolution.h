@@ -14,7 +14,8 @@
 namespace premiers::quadratique {
 
 /// Row: entry of the base; column: cycle, the sum of its relations; 1: the exponent is odd.
-MatriceCreuse matrice_des_exposants(const Recolte& recolte, const std::vector<Ensemble>& cycles);
+MatriceCreuse matrice_des_exposants(const Recolte& recolte, const std::vector<Ensemble>& cycles,
+                                    const std::function<void()>& signe_de_vie = {});
 
 /// Removes relations that do not hold. There should be none: one wrong relation would make half of
 /// all solutions worthless, so a fault, of the machine for instance, must not get that far.

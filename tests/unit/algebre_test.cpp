@@ -211,6 +211,15 @@ TEST(Lanczos, GivesDozensOfMembersOfALargeKernel) {
   verifier_membres(m, membres);
 }
 
+// The last block, of less rank than the others, is where the method could fail.
+TEST(Lanczos, EverySeedSucceeds) {
+  const MatriceCreuse m = matrice_de_crible(300, 304, 20, 6);
+  const std::size_t dimension = dimension_du_noyau(m);
+  for (std::uint64_t graine = 1; graine <= 100; ++graine) {
+    EXPECT_EQ(noyau_lanczos(m, graine).size(), dimension) << graine;
+  }
+}
+
 TEST(Lanczos, AMatrixOfFullRankHasNoMember) {
   MatriceCreuse m{500, std::vector<Ensemble>(500)};
   for (std::uint32_t i = 0; i < 500; ++i) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "primes/facteurs/facteurs64.h"
+#include "primes/quadratique/avancement.h"
 #include "primes/quadratique/campagne.h"
 #include "primes/quadratique/crible_quadratique.h"
 #include "primes/quadratique/cycles.h"
@@ -39,6 +40,9 @@ TEST(Scission, AResidueBelowTheSquareIsOneLargePrime) {
 TEST(Scission, ProductsOfTwoLargePrimesAreSplitAndTheSmallerComesFirst) {
   EXPECT_EQ(grands_premiers(1013 * 1019, bornes, scinder), (GrandsPremiers{1013, 1019}));
   EXPECT_EQ(grands_premiers(1013 * 1013, bornes, scinder), (GrandsPremiers{1013, 1013}));
+  // No curve splits a square.
+  EXPECT_EQ(grands_premiers(1013 * 1013, bornes, [](std::uint64_t) -> std::uint64_t { return 0; }),
+            (GrandsPremiers{1013, 1013}));
   EXPECT_EQ(grands_premiers(1013 * 49999, bornes, scinder), (GrandsPremiers{1013, 49999}));
 }
 
@@ -314,9 +318,68 @@ TEST(Relations, AProductThatIsNoSquareHasNoRoot) {
   EXPECT_TRUE(trivial == 1 || trivial == essai.n) << trivial;
 }
 
-TEST(Relations, TooFewOfThemGiveNoFactor) {
-  const Essai essai(0.2);
-  EXPECT_EQ(facteur_des_relations(essai.n, essai.campagne.recolte), std::nullopt);
+TEST(Relations, TooFewOfThemGiveNoFactorAndTheyStayForTheNextAttempt) {
+  Essai essai(0.2);
+  Recolte& recolte = essai.campagne.recolte;
+  EXPECT_EQ(facteur_des_relations(essai.n, recolte), std::nullopt);
+  while (recolte.cycles() < recolte.base.taille + 10) ASSERT_TRUE(essai.campagne.avancer());
+  const auto facteur = facteur_des_relations(essai.n, recolte);
+  ASSERT_TRUE(facteur.has_value());
+  EXPECT_TRUE(essai.n % *facteur == 0 && *facteur > 1 && *facteur < essai.n);
+}
+
+// A prime that occurs once is no square, be it a large one alone.
+TEST(Relations, ALargePrimeThatOccursOnceIsSeen) {
+  Essai essai(0.1);
+  Recolte& recolte = essai.campagne.recolte;
+  Valeur valeur{entier256(NTL::ZZ(12345)), {}, 1};
+  ASSERT_TRUE(recolte.ajouter(valeur, {1, 1000003}));
+  const auto derniere = static_cast<std::uint32_t>(recolte.relations.size() - 1);
+  EXPECT_EQ(pgcd_des_racines(essai.n, recolte, {derniere}), 0);
+}
+
+// ---- Progress --------------------------------------------------------------------------------------
+
+// What was measured: cycles, relations without large prime, with two, all, and the part of the final
+// number of relations, which come evenly.
+TEST(Avancement, IsNearThePartOfTheTimeThatWasMeasured) {
+  struct Mesure {
+    double c, pleines, doubles, relations, but, r;
+  };
+  constexpr Mesure mesures[] = {
+      // 65 digits, one large prime
+      {0.100, 691, 0, 8277, 7753, 0.165},
+      {0.302, 1724, 0, 20553, 7753, 0.410},
+      {0.502, 2560, 0, 30509, 7753, 0.608},
+      {0.802, 3604, 0, 42932, 7753, 0.855},
+      // 65 and 70 digits, two
+      {0.102, 618, 15838, 26786, 7753, 0.245},
+      {0.504, 1776, 45440, 76807, 7753, 0.703},
+      {0.101, 847, 32741, 48919, 10831, 0.251},
+      {0.300, 1795, 70040, 104511, 10831, 0.537},
+      {0.500, 2359, 92745, 138425, 10831, 0.711},
+      {0.803, 2988, 117973, 176065, 10831, 0.904},
+      // 75 digits, with fewer of them
+      {0.100, 1458, 6769, 32959, 17967, 0.192},
+      {0.500, 4834, 22910, 111432, 17967, 0.648},
+      {0.850, 6799, 31979, 155895, 17967, 0.907},
+  };
+  for (const Mesure& m : mesures) {
+    EXPECT_NEAR(part_du_travail(m.c, m.pleines / m.but, 2 + m.doubles / m.relations), m.r, 0.04);
+  }
+}
+
+TEST(Avancement, GoesFromZeroToOneAndNeverFalls) {
+  EXPECT_NEAR(part_du_travail(0, 0, 2), 0, 1e-3);
+  EXPECT_NEAR(part_du_travail(1, 0.3, 2.5), 1, 1e-5);
+  EXPECT_NEAR(part_du_travail(0.4, 0.4, 2), 0.4, 1e-5);
+  const Essai essai(0.3);
+  Avancement avancement;
+  const std::size_t cycles = essai.campagne.recolte.cycles();
+  const double avant = avancement.part(essai.campagne.recolte, 2 * cycles);
+  EXPECT_GT(avant, 0.5);
+  EXPECT_EQ(avancement.part(essai.campagne.recolte, 3 * cycles), avant);
+  EXPECT_NEAR(avancement.part(essai.campagne.recolte, cycles), 1, 1e-5);
 }
 
 // ---- Two large primes, from end to end -------------------------------------------------------------
