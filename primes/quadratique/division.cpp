@@ -11,8 +11,8 @@ namespace premiers::quadratique {
 namespace {
 
 // By so many bits the logarithms of a sieve may be wrong: ten of them are rounded, and a prime
-// that divides twice is counted once. One less loses relations, one more divides in vain.
-constexpr double marge = 3;
+// that divides twice is counted once. 3 to 6: less loses relations, more divides in vain.
+constexpr double marge = 4;
 
 // What is being divided: a positive number and the words that it takes.
 struct Reste {
