@@ -12,6 +12,7 @@
 #include "primes/facteurs/facteurs_longs.h"
 #include "primes/facteurs/huit.h"
 #include "primes/facteurs/restes.h"
+#include "primes/quadratique/seaux.h"
 #include "primes/quadratique/vecteurs.h"
 
 namespace premiers {
@@ -40,6 +41,7 @@ std::vector<Boucle> boucles() {
           decrire("compte_p2", versions_de_compte_p2()),
           decrire("vecteurs", quadratique::versions_des_vecteurs()),
           decrire("restes", versions_de_restes()),
+          decrire("seaux", quadratique::versions_des_seaux()),
           decrire("facteur_ecm", versions_de_facteur_ecm()),
           decrire("facteur_ecm_long", versions_de_facteur_ecm_long()),
           decrire("huit_courbes", ecm::Huit::versions_des_noyaux())};

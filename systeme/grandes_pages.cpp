@@ -4,10 +4,7 @@
 #include <new>
 #include <utility>
 
-// PREMIERS_SANS_POSIX: the tests build the portable way as well.
-#if defined(__linux__) && !defined(PREMIERS_SANS_POSIX)
-#include <sys/mman.h>
-#endif
+#include "systeme/memoire.h"
 
 namespace premiers::systeme {
 
@@ -26,9 +23,7 @@ GrandesPages::GrandesPages(std::size_t taille) : taille_(taille) {
   // Whole pages, so that none is shared with other memory and stays small for that.
   const std::size_t pages = (taille + taille_page - 1) / taille_page * taille_page;
   debut_ = static_cast<std::uint8_t*>(::operator new(pages, alignement));
-#if defined(MADV_HUGEPAGE) && !defined(PREMIERS_SANS_POSIX)
-  madvise(debut_, pages, MADV_HUGEPAGE);  // advice: nothing is lost where it is not taken
-#endif
+  conseiller_grandes_pages(debut_, pages);
 }
 
 GrandesPages::GrandesPages(GrandesPages&& autre) noexcept

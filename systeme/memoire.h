@@ -2,6 +2,7 @@
 // How much memory the process may still take.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -15,5 +16,8 @@ std::uint64_t memoire_libre();
 /// What the control group of the process and those above it leave, of either version; 2^64 - 1 where
 /// none sets a limit. `racine` is the folder that holds /proc and /sys: a test has its own.
 std::uint64_t memoire_des_groupes(const std::string& racine = {});
+
+/// Tells the system that this memory is better kept in large pages: advice, where it takes any.
+void conseiller_grandes_pages(void* debut, std::size_t taille);
 
 }  // namespace premiers::systeme

@@ -9,11 +9,9 @@
 // Splitting, by size. Times for the product of two primes of equal size, the worst case:
 //
 //   103 bits         facteurs128.h: ECM until a factor is found. 20 digits 40 us, 30 digits 0.7 ms.
-//   300 bits         a little ECM (facteurs_longs.h) for factors that are much shorter than the
-//                    other, then the quadratic sieve (crible_quadratique.h). 40 digits 8 ms,
-//                    60 digits 0.6 s.
-//   335 bits         curves with larger bounds as well (echelle.h), then the PARI library
-//                    (pont_pari.h) with its own quadratic sieve.
+//   350 bits         a little ECM (facteurs_longs.h) for factors that are much shorter than the
+//                    other, from 225 bits on curves with larger bounds as well (echelle.h), then
+//                    the quadratic sieve (crible_quadratique.h). 40 digits 8 ms, 60 digits 0.6 s.
 //   700 bits         curves, level after level, until they have found all factors.
 //   beyond           the PARI library alone.
 //
@@ -45,13 +43,11 @@ namespace {
 constexpr long bits_ecm_seule = 103;
 /// More curves than an integer of this size was ever seen to need; behind them stands the sieve.
 constexpr unsigned courbes_ecm_seule = 400;
-/// Up to here the sieve beats the library: by 2.5 at 40 digits, by 3.5 at 60.
-constexpr long bits_crible = 300;
+/// Up to here the sieve comes to an end in a bearable time: 105 digits, some hours.
+constexpr long bits_crible = 350;
 
 /// From here on curves of the levels of echelle.h pay before the sieve.
 constexpr long bits_echelle = 225;
-/// Up to here the library's sieve comes to an end in a bearable time: 100 digits.
-constexpr long bits_bibliotheque = 335;
 
 /// What an integer of at least so many bits is worth in ECM before the sieve: in all a tenth of the
 /// sieve's time. Half or double of it costs a tenth on random integers of 36 to 60 digits.
@@ -92,7 +88,7 @@ std::optional<NTL::ZZ> facteur_court(const NTL::ZZ& n, Echelle& echelle, const S
 /// yafu, B. Buhrow). A curve at 68 digits takes 11 ms with B1 = 11000, the sieve 14 s.
 double profondeur(long bits) {
   if (bits < bits_echelle) return 0;
-  if (bits > bits_bibliotheque) return profondeur_sans_fin;
+  if (bits > bits_crible) return profondeur_sans_fin;
   constexpr double chiffres_par_bit = 0.30103;
   const auto taille = static_cast<double>(bits);
   return std::min(20 + 0.122 * (taille - bits_echelle), 4.0 / 13 * chiffres_par_bit * taille);

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "primes/quadratique/tableau.h"
 #include "primes/quadratique/vecteurs.h"
 
 namespace premiers::quadratique {
@@ -27,12 +28,12 @@ struct Base {
   NTL::ZZ kn;
   std::size_t ordinaires = 0;
   std::size_t taille = 0;
-  std::vector<std::uint32_t> premier;
-  std::vector<std::uint32_t> racine;  // a square root of kn
-  std::vector<float> reciproque;      // 1 / p
-  std::vector<float> logarithme;      // log2 p
-  std::vector<std::uint8_t> poids;    // the same, rounded
-  std::uint32_t diviseur = 0;         // a prime of the base that divides n, or 0
+  Tableau<std::uint32_t> premier;
+  Tableau<std::uint32_t> racine;    // a square root of kn
+  Tableau<float> reciproque;        // 1 / p
+  std::vector<float> logarithme;    // log2 p
+  std::vector<std::uint8_t> poids;  // the same, rounded
+  std::uint32_t diviseur = 0;       // a prime of the base that divides n, or 0
 };
 
 /// The factor base of `taille` entries for odd n > 2^40.

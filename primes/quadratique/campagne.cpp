@@ -42,14 +42,16 @@ Campagne::Campagne(const Base& base, const Reglages& reglages, Scission scission
       scission(scission_),
       seuil(seuil_du_crible(base, reglages, bornes)),
       polynomes(base, reglages),
-      tamis(base, reglages.demi, reglages.petit),
-      division(base),
-      recolte(base) {}
+      tamis(base, reglages),
+      division(base, tamis, std::log2(std::max(bornes.premier, bornes.produit))),
+      recolte(base) {
+  polynomes.limite = tamis.fin;
+}
 
 bool Campagne::avancer() {
   if (!polynomes.suivant()) return false;
-  for (const std::uint32_t position : tamis.cribler(polynomes, seuil)) {
-    if (!division.diviser(polynomes, position)) continue;
+  for (const Candidat candidat : tamis.cribler(polynomes, seuil)) {
+    if (!division.diviser(polynomes, candidat)) continue;
     const auto grands = grands_premiers(division.valeur.reste, bornes, scission);
     if (grands) recolte.ajouter(division.valeur, *grands);
   }

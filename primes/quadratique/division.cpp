@@ -10,7 +10,22 @@ namespace premiers::quadratique {
 
 namespace {
 
-// Divides v by 2 as often as possible and notes it.
+// By so many bits the logarithms of a sieve may be wrong: ten of them are rounded, and a prime
+// that divides twice is counted once. 3 to 6: less loses relations, more divides in vain.
+constexpr double marge = 4;
+
+// What is being divided: a positive number and the words that it takes.
+struct Reste {
+  Entier256 v;
+  std::size_t mots;
+};
+
+unsigned bits(const Reste& r) {
+  return static_cast<unsigned>(64 * (r.mots - 1)) +
+         static_cast<unsigned>(std::bit_width(r.v.mot[r.mots - 1]));
+}
+
+// Divides by 2 as often as possible and notes it.
 void retirer_2(Entier256& v, std::vector<std::uint32_t>& facteurs) {
   while ((v.mot[0] & 1) == 0) {
     const auto bits = static_cast<unsigned>(std::min(std::countr_zero(v.mot[0]), 63));
@@ -19,37 +34,53 @@ void retirer_2(Entier256& v, std::vector<std::uint32_t>& facteurs) {
   }
 }
 
+// Divides by the prime of that index as often as possible and notes it.
+void retirer(Division& s, Reste& r, std::uint32_t i) {
+  while (divise(r.v, r.mots, s.base.premier[i], s.inverses[i])) {
+    s.valeur.facteurs.push_back(i);
+    if (r.v.mot[r.mots - 1] == 0) --r.mots;  // v stays positive: one word remains
+  }
+}
+
 }  // namespace
 
-Division::Division(const Base& base_) : base(base_), inverses(base_.taille) {
+Division::Division(const Base& base_, const Tamis& tamis_, double bits_reste_)
+    : base(base_), tamis(tamis_), bits_reste(bits_reste_), inverses(base_.taille) {
   for (std::size_t i = 2; i < base.taille; ++i) inverses[i] = inverse_2_64(base.premier[i]);
 }
 
-bool Division::diviser(const Polynomes& polynomes, std::uint32_t position) {
-  const std::int64_t x = static_cast<std::int64_t>(position) - polynomes.demi;
+bool Division::diviser(const Polynomes& polynomes, Candidat candidat) {
+  const std::int64_t x = static_cast<std::int64_t>(candidat.position) - polynomes.demi;
   const Entier256 ax_b = somme(produit(polynomes.a, x), polynomes.b);
-  Entier256 v = somme(produit(ax_b, x), polynomes.c);
+  Entier256 q = somme(produit(ax_b, x), polynomes.c);
   std::vector<std::uint32_t>& facteurs = valeur.facteurs;
   facteurs.clear();
-  if (negatif(v)) {
-    v = oppose(v);
+  if (negatif(q)) {
+    q = oppose(q);
     facteurs.push_back(0);
   }
-  retirer_2(v, facteurs);
-  trouves.assign(polynomes.facteurs.begin(), polynomes.facteurs.end());
-  for (std::uint32_t i = 2; i < base.ordinaires; ++i) trouves.push_back(i);
-  vecteurs().reperer(position, base.premier.data(), base.reciproque.data(),
-                     polynomes.racine_1.data(), polynomes.racine_2.data(), base.premier.size(),
-                     trouves);
-  std::size_t mots = longueur(v);
-  for (const std::uint32_t i : trouves) {
-    while (divise(v, mots, base.premier[i], inverses[i])) {
-      facteurs.push_back(i);
-      if (v.mot[mots - 1] == 0) --mots;  // v stays positive: one word remains
-    }
-  }
-  if (mots > 1) return false;
-  valeur.reste = v.mot[0];
+  retirer_2(q, facteurs);
+  Reste r{q, longueur(q)};
+  const auto reperer = [&](std::size_t debut, std::size_t fin) {
+    vecteurs().reperer(candidat.position, base.premier.data(), base.reciproque.data(),
+                       polynomes.racine_1.data(), polynomes.racine_2.data(), debut, fin, trouves);
+  };
+  // What was not sieved: the primes of k, the smallest ones.
+  trouves.clear();
+  const std::size_t fin_petits =
+      (tamis.debut + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
+  reperer(0, fin_petits);
+  for (std::uint32_t i = 2; i < base.ordinaires; ++i) retirer(*this, r, i);
+  std::size_t vus = 0;
+  for (; vus < trouves.size() && trouves[vus] < tamis.debut; ++vus) retirer(*this, r, trouves[vus]);
+  if (bits(r) > bits_reste + marge + candidat.somme) return false;
+
+  reperer(fin_petits, tamis.fin);
+  tamis.seaux.diviseurs(polynomes.rang, candidat.position, trouves);
+  for (; vus < trouves.size(); ++vus) retirer(*this, r, trouves[vus]);
+  for (const std::size_t i : polynomes.facteurs) retirer(*this, r, static_cast<std::uint32_t>(i));
+  if (r.mots > 1) return false;
+  valeur.reste = r.v.mot[0];
   // (2ax + b)^2 = 4 a Q
   facteurs.insert(facteurs.end(), polynomes.facteurs.begin(), polynomes.facteurs.end());
   facteurs.insert(facteurs.end(), 2, 1);

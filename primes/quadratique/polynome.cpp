@@ -37,16 +37,18 @@ std::vector<std::size_t> tirer_facteurs(Polynomes& s) {
   std::vector<std::size_t> meilleur;
   double meilleur_ecart = 1e9;
   std::vector<std::size_t> choix;
+  const std::size_t fin = std::min(s.reserve_fin, s.limite);
   for (int essai = 0; essai < essais; ++essai) {
     choix.clear();
     double reste = s.taille_a;
     while (choix.size() + 1 < s.nombre) {
-      const std::size_t i = s.reserve_debut + tirer(s.alea) % (s.reserve_fin - s.reserve_debut);
+      const std::size_t i = s.reserve_debut + tirer(s.alea) % (fin - s.reserve_debut);
       if (std::find(choix.begin(), choix.end(), i) != choix.end()) continue;
       choix.push_back(i);
       reste -= s.base.logarithme[i];
     }
     const std::size_t dernier = plus_proche(s.base, reste);
+    if (dernier >= s.limite) continue;
     if (std::find(choix.begin(), choix.end(), dernier) != choix.end()) continue;
     const double ecart = std::abs(reste - s.base.logarithme[dernier]);
     if (ecart >= meilleur_ecart) continue;
@@ -61,14 +63,14 @@ std::vector<std::size_t> tirer_facteurs(Polynomes& s) {
 
 // 1 / q modulo all p of the base, q the prime at `rang`. With h = 1 / p mod q, found in a table,
 // p h - 1 is a multiple of q, and p - (p h - 1) / q is the inverse: no Euclid, one table per q.
-std::vector<std::uint32_t> inverses_de(const Base& base, std::size_t rang) {
+Tableau<std::uint32_t> inverses_de(const Base& base, std::size_t rang) {
   const std::uint32_t q = base.premier[rang];
   std::vector<std::uint32_t> modulo_q(q);
   modulo_q[1] = 1;
   for (std::uint32_t i = 2; i < q; ++i) {
     modulo_q[i] = produit_mod(q - q / i, modulo_q[q % i], q);
   }
-  std::vector<std::uint32_t> inverses(base.premier.size());
+  Tableau<std::uint32_t> inverses(base.premier.size());
   for (std::size_t i = base.ordinaires; i < base.taille; ++i) {
     if (i == rang) continue;
     const std::uint64_t p = base.premier[i];
@@ -124,7 +126,7 @@ void preparer_racines(Polynomes& s) {
     s.tampon[i] = moitie(s.tampon[i], p[i]);
     s.racine_2[i] = p[i] - s.racine_1[i];
   }
-  for (std::vector<std::uint32_t>* racines : {&s.racine_1, &s.racine_2}) {
+  for (Tableau<std::uint32_t>* racines : {&s.racine_1, &s.racine_2}) {
     vecteurs().descendre(racines->data(), s.tampon.data(), p, n);
     vecteurs().monter(racines->data(), s.demi_mod.data(), p, n);
     for (const std::size_t i : s.facteurs) (*racines)[i] = 0;
@@ -150,7 +152,6 @@ bool nouvelle_famille(Polynomes& s) {
     s.b = somme(s.b, s.termes[l]);
   }
   preparer_racines(s);
-  s.negatif.assign(s.nombre, false);
   s.rang = 0;
   return true;
 }
@@ -162,7 +163,9 @@ Polynomes::Polynomes(const Base& base_, const Reglages& reglages)
       racine_2(base_.premier.size(), absente),
       base(base_),
       demi(reglages.demi),
+      limite(base_.premier.size()),
       inverses(base_.taille),
+      sur_place(base_.premier.size()),
       tampon(base_.premier.size()) {
   taille_a = (static_cast<double>(NTL::NumBits(base.kn)) - 1) / 2 - std::log2(demi);
   nombre = static_cast<std::size_t>(std::max(2L, std::lround(taille_a / reglages.facteur)));
@@ -175,7 +178,14 @@ Polynomes::Polynomes(const Base& base_, const Reglages& reglages)
   termes.resize(nombre);
   moins_kn = entier256(-base.kn);
   for (const std::uint32_t p : base.premier) demi_mod.push_back(demi % p);
-  pas.assign(nombre, std::vector<std::uint32_t>(base.premier.size()));
+  pas.assign(nombre, Tableau<std::uint32_t>(base.premier.size()));
+}
+
+Mouvement Polynomes::mouvement(std::uint32_t rang_voulu) const {
+  if (rang_voulu == 0) return {sur_place.data(), true};
+  // Gray code: the sign that changes is that of the lowest bit of the rank. It was plus at first.
+  const auto l = static_cast<std::size_t>(std::countr_zero(rang_voulu));
+  return {pas[l].data(), (rang_voulu >> (l + 1)) % 2 == 0};
 }
 
 bool Polynomes::suivant() {
@@ -183,16 +193,15 @@ bool Polynomes::suivant() {
   if (facteurs.empty() || (rang >> (nombre - 1)) != 0) {
     if (!nouvelle_famille(*this)) return false;
   } else {
-    // Gray code: the sign that changes is that of the lowest bit of the rank.
-    const auto l = static_cast<std::size_t>(std::countr_zero(rang));
-    negatif[l] = !negatif[l];
-    const auto deplacer = negatif[l] ? vecteurs().monter : vecteurs().descendre;
-    for (std::vector<std::uint32_t>* racines : {&racine_1, &racine_2}) {
-      deplacer(racines->data(), pas[l].data(), base.premier.data(), racines->size());
+    const auto [de_combien, vers_le_haut] = mouvement(rang);
+    const auto deplacer = vers_le_haut ? vecteurs().monter : vecteurs().descendre;
+    for (Tableau<std::uint32_t>* racines : {&racine_1, &racine_2}) {
+      deplacer(racines->data(), de_combien, base.premier.data(), limite);
     }
     // b changes by 2 B_l
-    const Entier256 double_terme = somme(termes[l], termes[l]);
-    b = somme(b, negatif[l] ? oppose(double_terme) : double_terme);
+    const Entier256& terme = termes[static_cast<std::size_t>(std::countr_zero(rang))];
+    const Entier256 double_terme = somme(terme, terme);
+    b = somme(b, vers_le_haut ? oppose(double_terme) : double_terme);
   }
   // 4 c = (b^2 - kn) / a: an exact division, done modulo 2^256.
   c = decalage(produit(somme(produit(b, b), moins_kn), inverse_a), 2);

@@ -29,34 +29,47 @@ namespace premiers::quadratique {
 /// The place of a root that does not exist; beyond every sieve array.
 inline constexpr std::uint32_t absente = std::uint32_t{1} << 30;
 
+/// How the roots move from one polynomial to the next: by so much, up or down.
+struct Mouvement {
+  const std::uint32_t* pas;
+  bool monter;
+};
+
 /// One polynomial after the other. Positions count from the left end of the sieve: x = -demi.
 struct Polynomes {
   Polynomes(const Base& base, const Reglages& reglages);
   /// Goes on to the next polynomial (to the first one, when called first); false if there is none
   /// left, which happens for small n only.
   bool suivant();
+  /// The move that leads to the polynomial of that rank in the family; to the first, none at all.
+  Mouvement mouvement(std::uint32_t rang_voulu) const;
+  /// How many polynomials the family has from the current one on.
+  std::size_t reste_de_la_famille() const { return (std::size_t{1} << (nombre - 1)) - rang; }
 
   /// The current polynomial.
   Entier256 a, b, c;
-  std::vector<std::size_t> facteurs;              // the primes of a, as indices into the base
-  std::vector<std::uint32_t> racine_1, racine_2;  // the positions < p that p divides
+  std::vector<std::size_t> facteurs;          // the primes of a, as indices into the base
+  Tableau<std::uint32_t> racine_1, racine_2;  // the positions < p that p divides
 
   // What follows is kept from one polynomial to the next.
   const Base& base;
   std::uint32_t demi;
-  double taille_a;                                   // wished log2 of a
-  std::size_t nombre;                                // of primes in a
-  std::size_t reserve_debut, reserve_fin;            // of the base: where most of these come from
-  std::vector<std::vector<std::uint32_t>> inverses;  // 1 / q modulo every p, made when needed
-  std::set<std::vector<std::size_t>> deja;           // the sets of q that have been used
-  std::uint64_t alea = 1;                            // state of the random choice
-  Entier256 moins_kn, inverse_a;                     // -kn; 1 / a modulo 2^256
-  std::vector<Entier256> termes;                     // the B_l
-  std::vector<std::vector<std::uint32_t>> pas;       // B_l / a modulo every p
-  std::vector<bool> negatif;                         // is the sign of B_l minus now?
-  std::vector<std::uint32_t> demi_mod;               // demi modulo every p
-  std::vector<std::uint32_t> tampon;                 // scratch
-  std::uint32_t rang = 0;                            // of the polynomial in its family
+  /// Roots from this index on are left to others to be moved (seaux.h). The end of the base, if
+  /// not set; above the primes that coefficients are made of.
+  std::size_t limite;
+  double taille_a;                               // wished log2 of a
+  std::size_t nombre;                            // of primes in a
+  std::size_t reserve_debut, reserve_fin;        // of the base: where most of these come from
+  std::vector<Tableau<std::uint32_t>> inverses;  // 1 / q modulo every p, made when needed
+  std::set<std::vector<std::size_t>> deja;       // the sets of q that have been used
+  std::uint64_t alea = 1;                        // state of the random choice
+  Entier256 moins_kn, inverse_a;                 // -kn; 1 / a modulo 2^256
+  std::vector<Entier256> termes;                 // the B_l
+  std::vector<Tableau<std::uint32_t>> pas;       // B_l / a modulo every p
+  Tableau<std::uint32_t> demi_mod;               // demi modulo every p
+  Tableau<std::uint32_t> sur_place;              // steps of zero: for a new family
+  Tableau<std::uint32_t> tampon;                 // scratch
+  std::uint32_t rang = 0;                        // of the polynomial in its family
 };
 
 }  // namespace premiers::quadratique

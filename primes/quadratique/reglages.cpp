@@ -5,22 +5,32 @@
 #include <array>
 #include <cmath>
 
+#include "primes/quadratique/seaux.h"
+
 namespace premiers::quadratique {
 
 namespace {
 
-// One size of n, in bits, and the settings of reglages.h for it; between two
-// sizes they are interpolated. Found by measuring: for the sizes from 66 to 200 bits, the settings
-// were changed one after the other by steps of 40 down to 3 percent, as long as the time for a set
-// of 1 to 300 random products of two equal primes went down (one thread of a 2.6 GHz EPYC with
-// AVX-512); 233 bits by a few trials; 380 is a guess.
-//   base       too small: relations are rare; too large: too many are needed. 40 to 100000.
+// One size of n, in bits, and the settings of reglages.h for it; between two sizes they are
+// interpolated.
+//
+// How they were found. 66 to 150 bits: the settings were changed one after the other by steps of 40
+// down to 3 percent, as long as the time for a set of 1 to 300 random products of two equal primes
+// went down. 183 bits and more: by bench/reglages_quadratique.cpp, which measures what is gathered
+// in a second (`chercher` at 183, 200, 250, 283 and 316 bits), and by whole sieves at 200, 216, 233
+// and 250 bits (`entier`). One thread of a Xeon of 2.5 GHz with AVX-512. Around these values the
+// time is flat: bases of 17000 and 22000 take the same at 250 bits, as do arrays of 40 and of 57 KB
+// at 283. 350 bits is drawn out from 283 and 316.
+//   base       too small: relations are rare; too large: too many are needed. 40 to 200000.
 //   demi       too small: changing polynomials costs more than sieving; too large: the values
-//              grow, and the array leaves the first-level cache (32 KB: demi = 16384).
+//              grow, and the array leaves the first-level cache (32 KB: demi = 16384), which pays
+//              only when the primes that are moved are very many. Below 2^15.
 //   grand      too small: few relations meet; too large: many are divided out and never meet.
 //   petit      too small: most of the time goes to primes that tell little; too large: what is
-//              reported becomes guesswork. 5 to 100.
+//              reported becomes guesswork. 5 to 300.
 //   tolerance  too small: relations are missed; too large: too many values are divided in vain.
+//   exposant   two large primes pay from 225 bits on: at 216 they take 1.2 of the time of one, at
+//              233 0.77. Too large: residues that are split in vain. 1.7 to 1.95.
 //   facteur    small q make more polynomials of a family; large q are missed less in the sieve.
 struct Ligne {
   double bits;
@@ -29,28 +39,33 @@ struct Ligne {
   double grand;
   double petit;
   double tolerance;
+  double exposant;
   double facteur;
 };
 
-constexpr std::array<Ligne, 11> lignes{{
-    {66, 46, 4096, 10, 9, 12, 7},
-    {80, 88, 6528, 13, 15, 14, 7},
-    {100, 189, 8128, 15, 21, 16.8, 9},
-    {116, 338, 8064, 25, 25, 18, 9.3},
-    {133, 616, 8448, 27, 30, 20.5, 9.3},
-    {150, 1136, 9408, 49, 35, 22.7, 10},
-    {166, 1964, 10432, 70, 40, 25.8, 10},
-    {183, 3268, 10880, 117, 55, 27.3, 11},
-    {200, 5357, 13056, 165, 60, 28.7, 11},
-    {233, 11000, 18432, 350, 80, 32, 11.5},
-    {380, 75000, 65536, 500, 120, 34, 12},
+constexpr std::array<Ligne, 16> lignes{{
+    {66, 46, 4096, 10, 9, 12, 1, 7},
+    {80, 88, 6528, 13, 15, 14, 1, 7},
+    {100, 189, 8128, 15, 21, 16.8, 1, 9},
+    {116, 338, 8064, 25, 25, 18, 1, 9.3},
+    {133, 616, 8448, 27, 30, 20.5, 1, 9.3},
+    {150, 1200, 9408, 49, 40, 25, 1, 10},
+    {166, 2200, 9728, 70, 60, 28.5, 1, 10},
+    {183, 3900, 9984, 100, 90, 31, 1, 10.5},
+    {200, 5700, 11328, 180, 104, 34.5, 1, 11.5},
+    {216, 7500, 12288, 200, 120, 36, 1, 11.5},
+    {224, 8700, 13312, 210, 128, 36.5, 1, 11.5},
+    {225, 9500, 13312, 85, 220, 37, 1.75, 11.5},
+    {233, 11000, 14336, 90, 256, 38, 1.75, 11.5},
+    {250, 20000, 16384, 95, 256, 40, 1.8, 11.5},
+    {283, 48000, 20480, 110, 256, 45, 1.85, 11.7},
+    {350, 140000, 32704, 160, 256, 53, 1.85, 11.9},
 }};
 
-// From here on values with two large primes pay. Below, they cost more divisions than they bring
-// cycles.
-constexpr double bits_deux_grands = 230;
-// Bits of the tolerance that go with them: much more is divided, and more of it in vain.
-constexpr double tolerance_en_moins = 8;
+static_assert(std::is_sorted(lignes.begin(), lignes.end(),
+                             [](const Ligne& a, const Ligne& b) { return a.bits < b.bits; }));
+static_assert(std::all_of(lignes.begin(), lignes.end(),
+                          [](const Ligne& l) { return 2 * l.demi < longueur_max; }));
 
 }  // namespace
 
@@ -68,11 +83,7 @@ Reglages reglages(long bits) {
   r.grand = static_cast<std::uint32_t>(entre(bas.grand, haut.grand));
   r.petit = static_cast<std::uint32_t>(entre(bas.petit, haut.petit));
   r.tolerance = entre(bas.tolerance, haut.tolerance);
-  r.exposant = 1;
-  if (taille >= bits_deux_grands) {
-    r.exposant = 1.85;
-    r.tolerance -= tolerance_en_moins;
-  }
+  r.exposant = entre(bas.exposant, haut.exposant);
   r.facteur = entre(bas.facteur, haut.facteur);
   return r;
 }

@@ -27,10 +27,10 @@ inline void ajouter(std::uint8_t& octet, std::uint8_t poids) {
   octet = static_cast<std::uint8_t>(octet + poids);
 }
 
-// x, or a place of waste when x is outside.
-inline std::uint32_t dedans(Vue vue, std::uint32_t x) {
+// Adds at x, or at a place of waste when x is outside.
+inline void ajouter_dedans(Vue vue, std::uint32_t x, std::uint8_t poids) {
   const std::uint32_t rebut = vue.taille + (x & 63);
-  return x < vue.taille ? x : rebut;
+  ajouter(vue.octets[x < vue.taille ? x : rebut], poids);
 }
 
 // The primes that come by k or k + 1 times.
@@ -47,8 +47,8 @@ void cribler_palier(Vue vue, std::size_t debut, std::size_t fin) {
       x += p;
       y += p;
     }
-    ajouter(vue.octets[dedans(vue, x)], poids);
-    ajouter(vue.octets[dedans(vue, y)], poids);
+    ajouter_dedans(vue, x, poids);
+    ajouter_dedans(vue, y, poids);
   }
 }
 
@@ -77,67 +77,65 @@ void cribler_petits(Vue vue, std::size_t debut, std::size_t fin) {
       ajouter(vue.octets[x], poids);
       ajouter(vue.octets[y], poids);
     }
-    ajouter(vue.octets[dedans(vue, x)], poids);
-  }
-}
-
-// The primes from `debut` on, which come by once or not at all. Neighbours have the same weight.
-void cribler_grands(Vue vue, std::size_t debut, std::size_t fin,
-                    std::vector<std::uint32_t>& touches) {
-  while (debut < fin) {
-    std::size_t i = debut;
-    const std::uint8_t poids = vue.poids[debut];
-    while (i < fin && vue.poids[i] == poids) ++i;
-    for (const std::uint32_t* racines : {vue.racine_1, vue.racine_2}) {
-      const std::size_t nombre =
-          vecteurs().retenir(racines + debut, i - debut, vue.taille, touches.data());
-      for (std::size_t j = 0; j < nombre; ++j) ajouter(vue.octets[touches[j]], poids);
-    }
-    debut = i;
+    ajouter_dedans(vue, x, poids);
   }
 }
 
 template <std::size_t k>
 void cribler_paliers(Vue vue, const std::vector<std::size_t>& paliers) {
-  cribler_palier<k>(vue, paliers[k], paliers[k - 1]);
-  if constexpr (k > 1) cribler_paliers<k - 1>(vue, paliers);
+  cribler_palier<k>(vue, paliers[k + 1], paliers[k]);
+  if constexpr (k > 0) cribler_paliers<k - 1>(vue, paliers);
+}
+
+// The index of the first prime >= borne, from `ordinaires` on.
+std::size_t rang(const Base& base, std::uint32_t borne) {
+  const auto debut = base.premier.begin() + static_cast<std::ptrdiff_t>(base.ordinaires);
+  const auto fin = base.premier.begin() + static_cast<std::ptrdiff_t>(base.taille);
+  return static_cast<std::size_t>(std::lower_bound(debut, fin, borne) - base.premier.begin());
+}
+
+constexpr std::size_t vecteurs_entiers(std::size_t i) {
+  return (i + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
 }
 
 }  // namespace
 
-Tamis::Tamis(const Base& base_, std::uint32_t demi, std::uint32_t petit)
-    : base(base_), poids(base_.poids), lignes(demi / 32 + 1), touches(base_.premier.size() + 16) {
-  const auto rang = [this](std::uint32_t borne) {
-    const auto debut_base = base.premier.begin() + static_cast<std::ptrdiff_t>(base.ordinaires);
-    const auto fin_base = base.premier.begin() + static_cast<std::ptrdiff_t>(base.taille);
-    return static_cast<std::size_t>(std::lower_bound(debut_base, fin_base, borne) -
-                                    base.premier.begin());
-  };
-  debut = rang(petit);
+Tamis::Tamis(const Base& base_, const Reglages& reglages)
+    : base(base_),
+      longueur(2 * reglages.demi),
+      poids(base_.poids),
+      lignes(longueur / 64 + 1),
+      debut(rang(base_, reglages.petit)),
+      fin(vecteurs_entiers(std::max(debut, rang(base_, longueur + 1)))),
+      seaux(base_, fin, longueur) {
+  paliers.push_back(fin);
   for (std::uint32_t k = 0; k <= deroules; ++k) {
-    paliers.push_back(std::max(debut, rang(2 * demi / (k + 1) + 1)));
+    paliers.push_back(std::max(debut, rang(base, longueur / (k + 1) + 1)));
   }
 }
 
-const std::vector<std::uint32_t>& Tamis::cribler(const Polynomes& polynomes, std::uint32_t seuil) {
-  assert(seuil <= seuil_max);
+const std::vector<Candidat>& Tamis::cribler(Polynomes& polynomes, std::uint32_t seuil) {
+  assert(seuil <= seuil_max && polynomes.limite == fin);
+  const std::uint32_t depart = 128 - seuil;
   std::uint8_t* const octets = lignes[0].octets;
-  const auto taille = static_cast<std::uint32_t>(64 * (lignes.size() - 1));
-  std::memset(octets, static_cast<int>(128 - seuil), taille);
+  std::memset(octets, static_cast<int>(depart), longueur);
   for (const std::size_t i : polynomes.facteurs) poids[i] = 0;
   const Vue vue{octets,
-                taille,
+                longueur,
                 base.premier.data(),
                 poids.data(),
                 polynomes.racine_1.data(),
                 polynomes.racine_2.data()};
-  cribler_petits(vue, debut, paliers[deroules]);
+  cribler_petits(vue, debut, paliers[deroules + 1]);
   cribler_paliers<deroules>(vue, paliers);
-  cribler_grands(vue, paliers[0], base.taille, touches);
   for (const std::size_t i : polynomes.facteurs) poids[i] = base.poids[i];
+  if (polynomes.rang % Seaux::lot == 0) seaux.remplir(polynomes);
+  seaux.ajouter(polynomes.rang, octets);
 
+  leves.clear();
   candidats.clear();
-  vecteurs().relever(octets, taille, candidats);
+  vecteurs().relever(octets, longueur, leves);
+  for (const std::uint32_t x : leves) candidats.push_back({x, octets[x] - depart});
   return candidats;
 }
 

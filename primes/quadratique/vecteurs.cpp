@@ -6,10 +6,6 @@
 #include <cassert>
 #include <cstring>
 
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
-
 namespace premiers::quadratique {
 
 namespace {
@@ -26,8 +22,9 @@ namespace {
   for (std::size_t i = 0; i < n; ++i) r[i] = std::min(r[i] - d[i], r[i] - d[i] + p[i]);
 }
 
-// The float quotient is wrong by less than one for products below 2^21 p: the remainder, computed
-// modulo 2^32, is between -p and 2p.
+// Each of the three roundings is wrong by 2^-24 at most, so that a quotient below 2^23 is wrong by
+// less than 1.51 before it is cut off: the remainder, computed modulo 2^32, is above -2p and below
+// 3p.
 [[gnu::always_inline]] inline void multiplier(std::uint32_t* r, const std::uint32_t* a,
                                               const std::uint32_t* b, const std::uint32_t* p,
                                               const float* reciproque, std::size_t n) {
@@ -37,7 +34,8 @@ namespace {
     const auto quotient =
         static_cast<std::uint32_t>(static_cast<std::int32_t>(produit * reciproque[i]));
     std::uint32_t reste = a[i] * b[i] - quotient * p[i];
-    reste = std::min(reste, reste + p[i]);
+    reste = std::min(reste, reste + 2 * p[i]);
+    reste = std::min(reste, reste - 2 * p[i]);
     r[i] = std::min(reste, reste - p[i]);
   }
 }
@@ -46,11 +44,12 @@ namespace {
 // error of the product less than 2^-22 (x + 1) / p, which is less for x < 2^20.
 [[gnu::always_inline]] inline void reperer(std::uint32_t x, const std::uint32_t* p,
                                            const float* reciproque, const std::uint32_t* r1,
-                                           const std::uint32_t* r2, std::size_t n,
-                                           std::vector<std::uint32_t>& liste) {
-  assert(n % largeur_vecteurs == 0 && x < (std::uint32_t{1} << 20));
+                                           const std::uint32_t* r2, std::size_t debut,
+                                           std::size_t fin, std::vector<std::uint32_t>& liste) {
+  assert(debut % largeur_vecteurs == 0 && fin % largeur_vecteurs == 0 &&
+         x < (std::uint32_t{1} << 20));
   const float milieu = static_cast<float>(x) + 0.5F;
-  for (std::size_t i = 0; i < n; i += largeur_vecteurs) {
+  for (std::size_t i = debut; i < fin; i += largeur_vecteurs) {
     std::uint8_t touche[largeur_vecteurs];
     std::uint8_t touches = 0;
     for (std::size_t j = 0; j < largeur_vecteurs; ++j) {
@@ -84,16 +83,6 @@ namespace {
   }
 }
 
-[[gnu::always_inline]] inline std::size_t retenir(const std::uint32_t* nombres, std::size_t n,
-                                                  std::uint32_t borne, std::uint32_t* liste) {
-  std::size_t j = 0;
-  for (std::size_t i = 0; i < n; ++i) {
-    liste[j] = nombres[i];
-    j += nombres[i] < borne ? 1U : 0U;
-  }
-  return j;
-}
-
 [[gnu::always_inline]] inline void eliminer(std::uint64_t* bits, std::size_t lignes,
                                             std::size_t mots, std::size_t g,
                                             const std::uint64_t* sommes) {
@@ -108,28 +97,8 @@ namespace {
   }
 }
 
-#if defined(__x86_64__)
-
-// The one loop that has an instruction of its own, which the compiler does not find.
-[[gnu::target("avx512f")]] std::size_t retenir_avx512(const std::uint32_t* nombres, std::size_t n,
-                                                      std::uint32_t borne, std::uint32_t* liste) {
-  const __m512i bornes = _mm512_set1_epi32(static_cast<int>(borne));
-  std::size_t i = 0;
-  std::size_t j = 0;
-  for (; i + 16 <= n; i += 16) {
-    const __m512i v = _mm512_loadu_si512(nombres + i);
-    const __mmask16 oui = _mm512_cmplt_epu32_mask(v, bornes);
-    _mm512_storeu_si512(liste + j, _mm512_maskz_compress_epi32(oui, v));
-    j += static_cast<std::size_t>(std::popcount(static_cast<unsigned>(oui)));
-  }
-  return j + retenir(nombres + i, n - i, borne, liste + j);
-}
-
-#endif
-
 constexpr Vecteurs pour_tous{Pour<monter>::tous,  Pour<descendre>::tous, Pour<multiplier>::tous,
-                             Pour<reperer>::tous, Pour<relever>::tous,   Pour<retenir>::tous,
-                             Pour<eliminer>::tous};
+                             Pour<reperer>::tous, Pour<relever>::tous,   Pour<eliminer>::tous};
 
 #if defined(__x86_64__)
 
@@ -137,12 +106,11 @@ constexpr Instructions besoin_avx512 = instructions::avx512f | instructions::avx
                                        instructions::avx512dq | instructions::avx512vl;
 
 constexpr Vecteurs pour_avx2{Pour<monter>::avx2,  Pour<descendre>::avx2, Pour<multiplier>::avx2,
-                             Pour<reperer>::avx2, Pour<relever>::avx2,   Pour<retenir>::avx2,
-                             Pour<eliminer>::avx2};
+                             Pour<reperer>::avx2, Pour<relever>::avx2,   Pour<eliminer>::avx2};
 
-constexpr Vecteurs pour_avx512{
-    Pour<monter>::avx512,  Pour<descendre>::avx512, Pour<multiplier>::avx512, Pour<reperer>::avx512,
-    Pour<relever>::avx512, retenir_avx512,          Pour<eliminer>::avx512};
+constexpr Vecteurs pour_avx512{Pour<monter>::avx512,     Pour<descendre>::avx512,
+                               Pour<multiplier>::avx512, Pour<reperer>::avx512,
+                               Pour<relever>::avx512,    Pour<eliminer>::avx512};
 
 #endif
 

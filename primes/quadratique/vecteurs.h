@@ -19,26 +19,23 @@ namespace premiers::quadratique {
 inline constexpr std::size_t largeur_vecteurs = 32;
 
 /// Primes must be below, for the float arithmetic.
-inline constexpr std::uint32_t borne_premiers = std::uint32_t{1} << 21;
+inline constexpr std::uint32_t borne_premiers = std::uint32_t{1} << 23;
 
 struct Vecteurs {
   /// Moves n roots r < p by steps d < p, up or down, modulo p.
   void (*monter)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p, std::size_t n);
   void (*descendre)(std::uint32_t* r, const std::uint32_t* d, const std::uint32_t* p,
                     std::size_t n);
-  /// r = a * b modulo p for n elements; a * b < 2^21 p; reciproque = 1 / p.
+  /// r = a * b modulo p for n elements; a * b < 2^23 p; reciproque = 1 / p.
   void (*multiplier)(std::uint32_t* r, const std::uint32_t* a, const std::uint32_t* b,
                      const std::uint32_t* p, const float* reciproque, std::size_t n);
-  /// Appends to `liste` the indices i < n for which x mod p[i] is r1[i] or r2[i]; x < 2^20.
+  /// Appends to `liste` the indices debut <= i < fin, both multiples of largeur_vecteurs, for which
+  /// x mod p[i] is r1[i] or r2[i]; x < 2^20.
   void (*reperer)(std::uint32_t x, const std::uint32_t* p, const float* reciproque,
-                  const std::uint32_t* r1, const std::uint32_t* r2, std::size_t n,
-                  std::vector<std::uint32_t>& liste);
+                  const std::uint32_t* r1, const std::uint32_t* r2, std::size_t debut,
+                  std::size_t fin, std::vector<std::uint32_t>& liste);
   /// Appends to `liste` the indices of the bytes whose bit 7 is set; n is a multiple of 64.
   void (*relever)(const std::uint8_t* octets, std::size_t n, std::vector<std::uint32_t>& liste);
-  /// Copies those of n numbers that are below `borne` to `liste`, which has room for n + 16; gives
-  /// how many there are.
-  std::size_t (*retenir)(const std::uint32_t* nombres, std::size_t n, std::uint32_t borne,
-                         std::uint32_t* liste);
   /// Adds (modulo 2) to each row of a bit matrix of `mots` words a row, from the word of group g
   /// on, those two of 2 * 256 sums which its bits in columns 16g .. 16g + 15 tell: eight each.
   void (*eliminer)(std::uint64_t* bits, std::size_t lignes, std::size_t mots, std::size_t g,

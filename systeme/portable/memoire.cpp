@@ -12,4 +12,6 @@ std::uint64_t memoire_des_groupes(const std::string& /*racine*/) {
 
 std::uint64_t memoire_libre() { return memoire_des_groupes(); }
 
+void conseiller_grandes_pages(void* /*debut*/, std::size_t /*taille*/) {}
+
 }  // namespace premiers::systeme

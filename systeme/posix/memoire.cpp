@@ -3,6 +3,7 @@
 // that is missing sets no limit.
 #include "systeme/memoire.h"
 
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -83,6 +84,12 @@ std::uint64_t memoire_des_groupes(const std::string& racine) {
 
 std::uint64_t memoire_libre() {
   return std::min({memoire_de_la_machine(), memoire_des_groupes(), espace_d_adressage()});
+}
+
+void conseiller_grandes_pages([[maybe_unused]] void* debut, [[maybe_unused]] std::size_t taille) {
+#if defined(MADV_HUGEPAGE)  // not POSIX's: Linux's
+  madvise(debut, taille, MADV_HUGEPAGE);
+#endif
 }
 
 }  // namespace premiers::systeme

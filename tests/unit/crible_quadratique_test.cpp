@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <random>
@@ -15,6 +16,8 @@
 #include "primes/quadratique/base.h"
 #include "primes/quadratique/entier.h"
 #include "primes/quadratique/polynome.h"
+#include "primes/quadratique/reglages.h"
+#include "primes/quadratique/tamis.h"
 #include "primes/quadratique/vecteurs.h"
 
 namespace premiers {
@@ -207,27 +210,19 @@ TEST(CribleQuadratiqueEntier, DividesWhatCanBeDividedAndLeavesTheRest) {
   }
 }
 
-TEST(CribleQuadratiqueVecteurs, ListEachByteAndEachNumberOnce) {
+TEST(CribleQuadratiqueVecteurs, ListEachByteOnce) {
   std::mt19937 hasard(1);
   for (const std::size_t n : {64U, 128U, 640U}) {
     for (const unsigned rarete : {1U, 3U, 50U, 1000U}) {
       std::vector<std::uint8_t> octets(n);
-      std::vector<std::uint32_t> nombres(n);
       std::vector<std::uint32_t> leves;
-      std::vector<std::uint32_t> petits;
       for (std::uint32_t i = 0; i < n; ++i) {
         octets[i] = static_cast<std::uint8_t>(hasard() % 128 + (hasard() % rarete == 0 ? 128 : 0));
-        nombres[i] = static_cast<std::uint32_t>(hasard());
         if (octets[i] >= 128) leves.push_back(i);
-        if (nombres[i] < ~0U / rarete) petits.push_back(nombres[i]);
       }
       std::vector<std::uint32_t> liste;
-      const quadratique::Vecteurs& boucles = quadratique::vecteurs();
-      boucles.relever(octets.data(), n, liste);
+      quadratique::vecteurs().relever(octets.data(), n, liste);
       EXPECT_EQ(liste, leves);
-      liste.assign(n + 16, 0);
-      liste.resize(boucles.retenir(nombres.data(), n, ~0U / rarete, liste.data()));
-      EXPECT_EQ(liste, petits);
     }
   }
 }
@@ -298,6 +293,87 @@ TEST(CribleQuadratiquePolynomes, EveryRootOfEveryPolynomialIsOne) {
       }
     }
   }
+}
+
+// A sieve whose array is much shorter than most primes of the base, so that most go through the
+// buckets, over more than one family of polynomials.
+struct PetitCrible {
+  explicit PetitCrible(const NTL::ZZ& n)
+      : reglages{1500, 1024, 50, 60, 20, 1, 10},
+        base(quadratique::construire_base(n, reglages.base)),
+        polynomes(base, reglages),
+        tamis(base, reglages) {
+    polynomes.limite = tamis.fin;
+  }
+  /// The indices of the primes from `debut` on, but those of a, that divide at that position.
+  std::vector<std::uint32_t> diviseurs(std::size_t debut, std::uint32_t position) const {
+    const NTL::ZZ x = NTL::to_ZZ(position) - NTL::to_ZZ(polynomes.demi);
+    const NTL::ZZ a = quadratique::grand_entier(polynomes.a);
+    const NTL::ZZ q = (a * x + quadratique::grand_entier(polynomes.b)) * x +
+                      quadratique::grand_entier(polynomes.c);
+    std::vector<std::uint32_t> liste;
+    for (std::size_t i = debut; i < base.taille; ++i) {
+      const long p = base.premier[i];
+      if (q % p == 0 && a % p != 0) liste.push_back(static_cast<std::uint32_t>(i));
+    }
+    return liste;
+  }
+  quadratique::Reglages reglages;
+  quadratique::Base base;
+  quadratique::Polynomes polynomes;
+  quadratique::Tamis tamis;
+};
+
+TEST(CribleQuadratiqueTamis, BucketsHoldTheLongPrimesThatDivideAndNoOthers) {
+  NTL::SetSeed(NTL::ZZ(12));
+  PetitCrible crible(produit_de_deux(60, 60));
+  ASSERT_LT(crible.tamis.fin, crible.base.taille / 2);
+  std::size_t trouves = 0;
+  std::size_t familles = 0;
+  for (int i = 0; i < 150; ++i) {
+    ASSERT_TRUE(crible.polynomes.suivant());
+    familles += crible.polynomes.rang == 0 ? 1 : 0;
+    crible.tamis.cribler(crible.polynomes, 100);
+    for (std::uint32_t x = static_cast<std::uint32_t>(i) % 64; x < crible.tamis.longueur; x += 64) {
+      std::vector<std::uint32_t> lus;
+      crible.tamis.seaux.diviseurs(crible.polynomes.rang, x, lus);
+      std::sort(lus.begin(), lus.end());
+      ASSERT_EQ(lus, crible.diviseurs(crible.tamis.fin, x)) << "polynomial " << i << " at " << x;
+      trouves += lus.size();
+    }
+  }
+  EXPECT_GT(trouves, 500U);
+  EXPECT_GE(familles, 2U);
+}
+
+TEST(CribleQuadratiqueTamis, GivesThePositionsWhoseLogarithmsReachTheThreshold) {
+  NTL::SetSeed(NTL::ZZ(13));
+  PetitCrible crible(produit_de_deux(60, 60));
+  constexpr std::uint32_t seuil = 30;
+  std::size_t trouves = 0;
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_TRUE(crible.polynomes.suivant());
+    const std::vector<quadratique::Candidat> lus = crible.tamis.cribler(crible.polynomes, seuil);
+    trouves += lus.size();
+    std::size_t j = 0;
+    for (std::uint32_t x = 0; x < crible.tamis.longueur; ++x) {
+      std::uint32_t somme = 0;
+      for (const std::uint32_t d : crible.diviseurs(crible.tamis.debut, x)) {
+        std::uint32_t poids = crible.base.poids[d];
+        for (const auto& tranche : crible.tamis.seaux.tranches) {
+          if (tranche.debut <= d && d < tranche.fin) poids = tranche.poids;
+        }
+        somme += poids;
+      }
+      if (somme < seuil) continue;
+      ASSERT_LT(j, lus.size());
+      EXPECT_EQ(lus[j].position, x);
+      EXPECT_EQ(lus[j].somme, somme);
+      ++j;
+    }
+    EXPECT_EQ(j, lus.size());
+  }
+  EXPECT_GT(trouves, 20U);
 }
 
 TEST(CribleQuadratiqueAlgebre, KernelMembersSumToZeroAndAreAsManyAsTheyMustBe) {

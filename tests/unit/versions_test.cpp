@@ -32,6 +32,7 @@
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
 #include "primes/facteurs/restes.h"
+#include "primes/quadratique/seaux.h"
 #include "primes/quadratique/vecteurs.h"
 #include "tests/chemins.h"
 
@@ -392,7 +393,7 @@ TEST(Versions, EasyLeavesAndProductsOfTwo) {
 
 using quadratique::Vecteurs;
 
-/// Odd numbers, as primes below 2^21, with residues of them; each array begins `decalage` late.
+/// Odd numbers, as primes below borne_premiers, with residues of them; each array begins `decalage` late.
 struct Tableaux {
   Tableaux(std::size_t nombre, std::size_t decalage, unsigned graine)
       : n(nombre), debut(decalage), p(n + debut + 1), a(p.size()), b(p.size()), inverse(p.size()) {
@@ -449,7 +450,15 @@ void comparer_le_reperage(const Vecteurs& v, const Tableaux& t, std::uint32_t x)
     }
   }
   v.reperer(x, t.p.data() + t.debut, t.inverse.data() + t.debut, r1.data() + t.debut,
-            r2.data() + t.debut, t.n, liste);
+            r2.data() + t.debut, 0, t.n, liste);
+  ASSERT_EQ(liste, attendue) << t.n << " at " << t.debut << ", x " << x;
+  // The same from the second vector on.
+  const std::size_t avant = std::min(t.n, quadratique::largeur_vecteurs);
+  attendue.erase(attendue.begin());
+  std::erase_if(attendue, [&](std::uint32_t i) { return i < avant; });
+  liste.clear();
+  v.reperer(x, t.p.data() + t.debut, t.inverse.data() + t.debut, r1.data() + t.debut,
+            r2.data() + t.debut, avant, t.n, liste);
   ASSERT_EQ(liste, attendue) << t.n << " at " << t.debut << ", x " << x;
 }
 
@@ -466,16 +475,6 @@ void comparer_les_listes(const Vecteurs& v, std::size_t n, std::size_t debut, un
   }
   v.relever(octets.data() + debut, 64 * n, liste);
   ASSERT_EQ(liste, attendue);
-
-  Nombres nombres(n + debut);
-  for (std::uint32_t& x : nombres) x = static_cast<std::uint32_t>(hasard());
-  const std::uint32_t borne = n % 2 == 0 && n > 0 ? nombres[debut + n / 2] : ~0U / rarete;
-  attendue.clear();
-  std::copy_if(nombres.begin() + static_cast<std::ptrdiff_t>(debut), nombres.end(),
-               std::back_inserter(attendue), [borne](std::uint32_t x) { return x < borne; });
-  liste.assign(n + 17, 7);
-  liste.resize(v.retenir(nombres.data() + debut, n, borne, liste.data()));
-  ASSERT_EQ(liste, attendue) << n << " at " << debut;
 }
 
 void comparer_l_elimination(const Vecteurs& v, std::size_t lignes, std::size_t mots,
@@ -515,6 +514,69 @@ TEST(Versions, VectorsOfTheQuadraticSieve) {
         for (const std::size_t lignes : std::initializer_list<std::size_t>{0, 1, 2, 7})
           comparer_l_elimination(v, lignes, mots, g);
       }
+    }
+  });
+}
+
+void comparer_le_versement(const quadratique::BouclesSeaux& v, const Tableaux& t, bool monter,
+                           std::uint32_t longueur) {
+  Nombres r1 = t.a;
+  Nombres r2 = t.b;
+  const auto bouge = [&](std::uint32_t r, std::size_t i) {
+    return static_cast<std::uint32_t>((r + (monter ? t.b[i] : t.p[i] - t.b[i])) % t.p[i]);
+  };
+  const std::uint32_t numero = 77;
+  std::vector<std::uint32_t> attendues;
+  for (std::size_t i = t.debut; i < t.debut + t.n; ++i) {
+    for (const std::uint32_t x : {bouge(t.a[i], i), bouge(t.b[i], i)}) {
+      const auto rang = static_cast<std::uint32_t>(i - t.debut);
+      if (x < longueur) attendues.push_back((x << quadratique::bits_numero) + numero + rang);
+    }
+  }
+  constexpr std::uint32_t garde = 0xFFFFFFFF;
+  Nombres liste(2 * t.n + 17, garde);
+  const std::size_t nombre =
+      v.verser({r1.data() + t.debut, r2.data() + t.debut, t.b.data() + t.debut,
+                t.p.data() + t.debut, t.n, numero, monter},
+               longueur, liste.data());
+  ASSERT_EQ(liste.back(), garde) << "wrote behind the room that it asks for";
+  verifier_tableau(r1, t.a, t, [&](std::size_t i) { return bouge(t.a[i], i); });
+  verifier_tableau(r2, t.b, t, [&](std::size_t i) { return bouge(t.b[i], i); });
+  liste.resize(nombre);
+  // In which order hits come is free: vectors take all first roots before the second ones.
+  std::sort(liste.begin(), liste.end());
+  std::sort(attendues.begin(), attendues.end());
+  ASSERT_EQ(liste, attendues) << t.n << " at " << t.debut;
+}
+
+void comparer_la_recherche(const quadratique::BouclesSeaux& v, std::size_t n, std::size_t debut) {
+  std::mt19937 hasard(static_cast<unsigned>(n));
+  Nombres touches(n + debut);
+  for (std::uint32_t& x : touches) x = static_cast<std::uint32_t>(hasard()) & 0xC001FFFF;
+  for (const std::uint32_t position : {0U, 1U, 0x8000U, 0xC001U}) {
+    Nombres liste{99};
+    Nombres attendue{99};
+    for (std::size_t i = debut; i < debut + n; ++i) {
+      if (touches[i] >> 16 == position) attendue.push_back(1000 + (touches[i] & 0xFFFF));
+    }
+    v.chercher(touches.data() + debut, n, position, 1000, liste);
+    ASSERT_EQ(liste, attendue) << n << " at " << debut;
+  }
+}
+
+TEST(Versions, BucketsOfTheQuadraticSieve) {
+  using quadratique::BouclesSeaux;
+  pour_chaque_version("seaux", quadratique::versions_des_seaux(), [](const BouclesSeaux& v) {
+    for (std::size_t debut = 0; debut <= 17; ++debut) {
+      for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 9}) {
+        const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 6);
+        for (const bool monter : {false, true}) {
+          for (const std::uint32_t longueur : {64U, 5000U, quadratique::longueur_max - 64}) {
+            comparer_le_versement(v, t, monter, longueur);
+          }
+        }
+      }
+      for (std::size_t n = 0; n <= 70; ++n) comparer_la_recherche(v, n, debut);
     }
   });
 }
