@@ -7,7 +7,7 @@
 
 #include "primes/arithmetique/racines.h"
 #include "primes/crible/crible_garde.h"
-#include "systeme/systeme.h"
+#include "systeme/memoire.h"
 
 namespace premiers {
 
