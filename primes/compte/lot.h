@@ -20,7 +20,7 @@ namespace premiers {
 struct Lot {
   /// Entries of a table that one lot takes.
   static constexpr std::uint32_t taille = 512;
-  /// The loops may write so much more than they say.
+  /// The loops may read and write so much more than they say.
   static constexpr std::size_t marge = 16;
 
   std::vector<std::uint32_t> m = std::vector<std::uint32_t>(taille + marge);

@@ -334,7 +334,9 @@ void comparer_ce_qui_est_retenu(const BouclesDuLot& boucles,
 void comparer_les_quotients(const BouclesDuLot& boucles, std::uint64_t w, const Nombres& m) {
   const std::uint64_t debut = w / *std::max_element(m.begin(), m.end()) / 30 * 30;
   Nombres questions(m.size() + Lot::marge + 1, 77);
-  boucles.diviser(w, debut, m.data(), m.size(), questions.data());
+  Nombres lot = m;
+  lot.resize(m.size() + Lot::marge);
+  boucles.diviser(w, debut, lot.data(), m.size(), questions.data());
   ASSERT_EQ(questions.back(), 77U) << "wrote behind the room that it has";
   for (std::size_t k = 0; k < m.size(); ++k) {
     const std::uint64_t question = 2 * (w / (m[k] | 1U) - debut) + m[k] % 2;
