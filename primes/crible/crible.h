@@ -8,8 +8,8 @@
 //
 // Cost: about n log log n crossings for n integers, plus the sieving primes up to the root of the
 // end, which a narrow window pays as well (0.3 s just below 2^63). Memory: some 2 MB below 10^12;
-// beyond, what its caller allows it, 290 MB at most, whatever the width
-// (primes/crible/crible_grand.h).
+// beyond, what its caller allows it and the system can give, 400 MB at most, whatever the width
+// (primes/crible/partage.h).
 #pragma once
 
 #include <cstddef>

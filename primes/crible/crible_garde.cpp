@@ -66,22 +66,25 @@ void CribleGarde::rayer(std::span<std::uint8_t> segment) {
   const std::uint64_t ici = segment_;
   const std::uint64_t masque = masque_;
   const std::uint64_t reste = fin_ - debut_;
+  const auto rayer_un = [&](std::uint64_t entree) {
+    const std::uint64_t k = entree >> ou_k;
+    const std::uint64_t indice = entree >> ou_roue & masque_roue;
+    const std::uint64_t residu = entree >> ou_residu & 7;
+    const std::uint32_t pas = roue_30030::pas[indice];
+    const auto croix = roue_30030::croix[128 * residu + pas];
+    octets[entree & masque_place] &= croix.masque;
+    const std::uint64_t place = (entree & masque_place) + k * (2 * (pas % 16)) + croix.retenue;
+    if (place >= reste) return;
+    const std::uint64_t suivant = indice + 1 == roue_30030::nombre ? 0 : indice + 1;
+    seaux_.jeter((ici + (place >> log_segment)) & masque,
+                 (place & masque_place) | (entree & masque_fixe) | suivant << ou_roue);
+  };
   seaux_.vider(ici & masque, [&](const std::uint64_t* e, const std::uint64_t* fin) {
-    for (; e != fin; ++e) {
-      __builtin_prefetch(octets + (*std::min(e + avance, fin - 1) & masque_place), 1);
-      const std::uint64_t entree = *e;
-      const std::uint64_t k = entree >> ou_k;
-      const std::uint64_t indice = entree >> ou_roue & masque_roue;
-      const std::uint64_t residu = entree >> ou_residu & 7;
-      const std::uint32_t pas = roue_30030::pas[indice];
-      const auto croix = roue_30030::croix[128 * residu + pas];
-      octets[entree & masque_place] &= croix.masque;
-      const std::uint64_t place = (entree & masque_place) + k * (2 * (pas % 16)) + croix.retenue;
-      if (place >= reste) continue;
-      const std::uint64_t suivant = indice + 1 == roue_30030::nombre ? 0 : indice + 1;
-      seaux_.jeter((ici + (place >> log_segment)) & masque,
-                   (place & masque_place) | (entree & masque_fixe) | suivant << ou_roue);
+    for (; fin - e > avance; ++e) {
+      __builtin_prefetch(octets + (e[avance] & masque_place), 1);
+      rayer_un(*e);
     }
+    for (; e != fin; ++e) rayer_un(*e);
   });
   ++segment_;
   debut_ += std::min<std::uint64_t>(taille_segment, reste);

@@ -4,8 +4,8 @@
 //
 // A prime p that is kept (primes/crible/crible_garde.h) costs its start once. One that is looked for
 // anew in each round of R integers (primes/crible/crible_tours.h) costs a look each time; and its
-// multiples cost more, because those with an even share of what is looked at are found in vain. So in
-// a window of W integers p is kept if
+// multiples cost more, because of the odd ones more than half are found in vain. So in a window of W
+// integers p is kept if
 //
 //     depart / W < regard / R + detour / p,
 //

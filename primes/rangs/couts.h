@@ -11,19 +11,23 @@
 #include <algorithm>
 #include <cmath>
 
+#include "primes/arithmetique/processeur.h"
+
 namespace premiers {
 
 /// Sieving `largeur` integers that end at x. An integer costs what its crossings cost, more from
 /// 10^12 on, where they go through buckets; each sieving prime up to the root costs once to be found
-/// and placed, those below 2^20 with their state more than the others. These cost something anew for
-/// each round, until the window is so wide that it pays to keep them (primes/crible/partage.h).
+/// and placed, those below 2^20 with their state more than the others, which cost a third with
+/// AVX-512 (primes/crible/touches.h). These cost something anew for each round, until the window is
+/// so wide that it pays to keep them (primes/crible/partage.h).
 inline double cout_crible(double largeur, double x) {
   constexpr double preparation = 10'000;
   constexpr double par_entier = 0.13;          // at 10^8,
   constexpr double par_decade = 0.07;          // for each factor of ten above,
   constexpr double par_decade_de_seaux = 0.1;  // and above 10^12
   constexpr double par_petit_cribleur = 28;
-  constexpr double par_grand_cribleur = 3.5;
+  static const double par_grand_cribleur =
+      jouable(instructions::avx512f | instructions::avx512dq | instructions::avx512vl) ? 3.5 : 11;
   constexpr double petits_cribleurs = 82'000;
   constexpr double par_grand_cribleur_et_tour = 1.2;
   constexpr double entiers_par_tour = 1e9;

@@ -445,9 +445,9 @@ TEST(CribleGrand, PrimesThatComeInLaterAsByAPlainWalk) {
 }
 
 TEST(CribleLent, LargePrimesUpToTheEndOfTheNumbers) {
-  comparer_les_grands(Crible::octet_max - seg - 4321, Crible::octet_max,
-                      {{40'000'000, Partage::tour_min, false},
-                       {600'000'000, Partage::tour_min, true}});
+  comparer_les_grands(
+      Crible::octet_max - seg - 4321, Crible::octet_max,
+      {{40'000'000, Partage::tour_min, false}, {600'000'000, Partage::tour_min, true}});
 }
 
 // Every share is the same work, so the count must be the same, down to a memory that is not enough
@@ -456,7 +456,7 @@ TEST(CribleGrand, LittleMemoryChangesNoCount) {
   const std::uint64_t a = dix(13) + 17;
   const std::uint64_t b = a + 300'000'000;
   const std::uint64_t attendu = nombre_premiers(b) - nombre_premiers(a - 1);
-  for (const std::uint64_t mega : {0, 1, 20, 40, 100}) {
+  for (const std::uint64_t mega : {0U, 1U, 20U, 40U, 100U}) {
     EXPECT_EQ(compter_par_crible(a, b, {}, mega << 20), attendu) << mega;
   }
 }
