@@ -116,8 +116,6 @@ std::optional<Fin> parcourir(const MatriceDeProduits& b, std::uint64_t graine,
     if (!choix) return std::nullopt;
     e0.choix = *choix;
     ajouter_produit(x, e0.v, produit(e0.choix.inverse, produit_interieur(e0.v, v0)));
-    // A column left out for the second time: the block has lost its rank, which is the end.
-    if ((e0.choix.colonnes | e1.choix.colonnes) != tous) return Fin{std::move(x), std::move(e0.v)};
     Mots suivant = bloc_suivant(std::move(av), e0, e1, e2);
     e2 = std::exchange(e1, std::exchange(e0, Etape{std::move(suivant), {}, {}, {}}));
   }

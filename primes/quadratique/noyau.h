@@ -2,6 +2,10 @@
 // The kernel of a sparse matrix over GF(2), by the way that is best for its size: made smaller
 // (filtrage.h), then eliminated as bits (algebre.h) or, when it is large, by block Lanczos
 // (lanczos.h). Every member is multiplied back before it is given.
+//
+// Cost on a 2.5 GHz Xeon, for random matrices like those of the sieve: 25000 columns of 55 entries
+// 1.2 s, 50000 of 65 5 s, 100000 of 70 27 s. The elimination alone takes 13 s at 25000 columns, some 90 s
+// at 47000.
 #pragma once
 
 #include <functional>

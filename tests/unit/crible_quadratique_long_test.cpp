@@ -2,6 +2,10 @@
 // The quadratic sieve at a size where it takes seconds (see compte_long_test.cpp).
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+
+#include "primes/facteurs/facteurs64.h"
 #include "primes/quadratique/crible_quadratique.h"
 
 namespace premiers {
@@ -15,6 +19,21 @@ TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf220Bits) {
   const auto facteur = facteur_quadratique(grand * petit);
   ASSERT_TRUE(facteur.has_value());
   EXPECT_TRUE(*facteur == grand || *facteur == petit) << *facteur;
+}
+
+// The same from pi 2^115 and e 2^115 on: large enough for two large primes.
+TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf234BitsWithTwoLargePrimes) {
+  const auto grand = NTL::conv<NTL::ZZ>("130496653328243011213339889301986207");
+  const auto petit = NTL::conv<NTL::ZZ>("112913009588161662249867069805094983");
+  ASSERT_EQ(NTL::NumBits(grand * petit), 234);
+  static std::size_t scissions = 0;
+  const auto facteur = facteur_quadratique(grand * petit, {}, [](std::uint64_t m) {
+    ++scissions;
+    return plus_petit_facteur(m);
+  });
+  ASSERT_TRUE(facteur.has_value());
+  EXPECT_TRUE(*facteur == grand || *facteur == petit) << *facteur;
+  EXPECT_GT(scissions, 1000U);
 }
 
 }  // namespace

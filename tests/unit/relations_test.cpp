@@ -237,6 +237,8 @@ TEST(Relations, EveryOneHoldsAndNoneIsThereTwice) {
     ++par_nombre[(r.grands.petit > 1 ? 1U : 0U) + (r.grands.grand > 1 ? 1U : 0U)];
   }
   for (const std::size_t combien : par_nombre) EXPECT_GT(combien, 20U);
+  EXPECT_EQ(recolte.pleines, par_nombre[0]);
+  EXPECT_EQ(recolte.doubles, par_nombre[2]);
 }
 
 TEST(Relations, TheirCyclesAreAsManyAsCountedAndFreeOfLargePrimes) {
@@ -302,6 +304,9 @@ TEST(Relations, AWrongOneIsSeenAndTakenOutAndTheOthersStay) {
   }
   EXPECT_EQ(gardees, attendues);
   EXPECT_EQ(recolte.cycles(), cycles_comptes(aretes_de(recolte)));
+  const auto deux = std::count_if(recolte.relations.begin(), recolte.relations.end(),
+                                  [](const Relation& r) { return r.grands.petit > 1; });
+  EXPECT_EQ(recolte.doubles, static_cast<std::size_t>(deux));
   // What was taken out may come back.
   Valeur valeur{justes[3].u, {}, 1};
   EXPECT_TRUE(recolte.ajouter(valeur, justes[3].grands));
