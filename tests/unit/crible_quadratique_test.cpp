@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <random>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -292,6 +294,34 @@ TEST(CribleQuadratiquePolynomes, EveryRootOfEveryPolynomialIsOne) {
         EXPECT_EQ(((a * x + b) * x + c) % p, 0);
       }
     }
+  }
+}
+
+TEST(CribleQuadratiquePolynomes, CoefficientsHaveTheWishedSizeAndAreNeverTheSame) {
+  NTL::SetSeed(NTL::ZZ(14));
+  for (const long bits : {66L, 100L, 160L, 224L, 225L, 300L, 350L}) {
+    const quadratique::Reglages reglages = quadratique::reglages(bits);
+    const quadratique::Base base =
+        quadratique::construire_base(produit_de_deux(bits / 2, bits - bits / 2), reglages.base);
+    EXPECT_EQ(base.taille, reglages.base) << bits;  // no bound on the primes has cut it off
+    quadratique::Polynomes polynomes(base, reglages);
+    const quadratique::Tamis tamis(base, reglages);
+    polynomes.limite = tamis.fin;
+    std::set<std::string> vus;
+    const std::size_t familles = bits < 100 ? 50 : bits < 300 ? 100 : 8;
+    double ecart = 0;
+    for (std::size_t i = 0; i < familles; ++i) {
+      polynomes.rang = (std::uint32_t{1} << (polynomes.nombre - 1)) - 1;  // the last of its family
+      ASSERT_TRUE(polynomes.suivant()) << bits << ", " << i;
+      const NTL::ZZ a = quadratique::grand_entier(polynomes.a);
+      const NTL::ZZ b = quadratique::grand_entier(polynomes.b);
+      EXPECT_TRUE(vus.insert(texte(a)).second) << bits << ", " << i;
+      EXPECT_EQ(b * b - 4 * a * quadratique::grand_entier(polynomes.c), base.kn);
+      EXPECT_EQ(polynomes.facteurs.size(), polynomes.nombre);
+      EXPECT_LT(polynomes.facteurs.back(), tamis.fin);  // the buckets hold no prime of a
+      ecart += std::abs(NTL::log(a) / std::log(2.0) - polynomes.taille_a);
+    }
+    EXPECT_LT(ecart / static_cast<double>(vus.size()), bits < 100 ? 1 : 0.3) << bits;
   }
 }
 
