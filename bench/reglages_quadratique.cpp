@@ -77,12 +77,12 @@ void changer(Reglages& r, const std::string& mot) {
 }
 
 /// What a campaign has gathered: relations with no, one, two large primes.
-struct Kinds {
+struct Sortes {
   double pleines = 0, simples = 0, doubles = 0;
 };
 
-Kinds compter(const Recolte& recolte) {
-  Kinds k;
+Sortes compter(const Recolte& recolte) {
+  Sortes k;
   for (const Relation& r : recolte.relations) {
     (r.grands.grand == 1 ? k.pleines : r.grands.petit == 1 ? k.simples : k.doubles) += 1;
   }
@@ -112,7 +112,7 @@ struct Essai {
 
 /// The time until full relations and pairs of those with one large prime are as many as the base.
 /// Large primes up to `borne` are met with a frequency as 1 / l.
-double duree_simple(double base, Kinds k, double dernier, double borne) {
+double duree_simple(double base, Sortes k, double dernier, double borne) {
   const auto paires = [&](double n) {
     constexpr int pas = 400;
     std::array<double, 2> sommes{};
@@ -139,13 +139,13 @@ double duree_simple(double base, Kinds k, double dernier, double borne) {
 /// with one large prime, and a fifth of those with two, are so many:
 double besoin_double(double base, double grand) { return 5 * base * std::pow(grand / 80, 0.25); }
 
-double duree_double(const Essai& e, Kinds par_seconde) {
+double duree_double(const Essai& e, Sortes par_seconde) {
   return besoin_double(static_cast<double>(e.base.taille), e.reglages.grand) /
          (par_seconde.simples + par_seconde.doubles / 5);
 }
 
 double duree(const Essai& e) {
-  Kinds k = compter(e.campagne.recolte);
+  Sortes k = compter(e.campagne.recolte);
   for (double* x : {&k.pleines, &k.simples, &k.doubles}) *x /= e.temps;
   if (e.reglages.exposant > 1) return duree_double(e, k);
   return duree_simple(static_cast<double>(e.base.taille), k, e.base.premier[e.base.taille - 1],
@@ -154,7 +154,7 @@ double duree(const Essai& e) {
 
 void ecrire(const Essai& e) {
   const Reglages& r = e.reglages;
-  const Kinds k = compter(e.campagne.recolte);
+  const Sortes k = compter(e.campagne.recolte);
   std::printf("base=%zu demi=%u grand=%u petit=%u tolerance=%.1f exposant=%.2f facteur=%.1f",
               r.base, r.demi, r.grand, r.petit, r.tolerance, r.exposant, r.facteur);
   std::printf(" | %.1f us a polynomial, full %.1f, one %.1f, two %.1f a second: %.2f s\n",
@@ -197,7 +197,7 @@ int entier(const NTL::ZZ& n, std::span<char*> mots) {
   while (campagne.recolte.cycles() < base.taille + 2 && campagne.avancer()) {
   }
   const double crible = secondes() - debut;
-  const Kinds k = compter(campagne.recolte);
+  const Sortes k = compter(campagne.recolte);
   const double borne = static_cast<double>(campagne.bornes.premier);
   std::printf(
       "base %zu: sieved %.2f s, full %.0f, one %.0f, two %.0f: %.4f of the primes to %.3g\n",

@@ -102,21 +102,13 @@ constexpr Vecteurs pour_tous{Pour<monter>::tous,  Pour<descendre>::tous, Pour<mu
 
 #if defined(__x86_64__)
 
-constexpr Instructions besoin_avx512 = instructions::avx512f | instructions::avx512bw |
-                                       instructions::avx512dq | instructions::avx512vl;
-
 constexpr Vecteurs pour_avx2{Pour<monter>::avx2,  Pour<descendre>::avx2, Pour<multiplier>::avx2,
                              Pour<reperer>::avx2, Pour<relever>::avx2,   Pour<eliminer>::avx2};
-
-constexpr Vecteurs pour_avx512{Pour<monter>::avx512,     Pour<descendre>::avx512,
-                               Pour<multiplier>::avx512, Pour<reperer>::avx512,
-                               Pour<relever>::avx512,    Pour<eliminer>::avx512};
 
 #endif
 
 constexpr Version<Vecteurs> versions[] = {
 #if defined(__x86_64__)
-    {besoin_avx512, pour_avx512},
     {instructions::avx2, pour_avx2},
 #endif
     {instructions::aucune, pour_tous},
