@@ -14,10 +14,41 @@ std::int64_t en_secondes(std::chrono::duration<double> duree) {
   return static_cast<std::int64_t>(std::min(duree.count(), trop));
 }
 
+namespace texte {
+constexpr std::string_view courbe = ", courbe ";
+constexpr std::string_view sur = " sur ";
+constexpr std::string_view pour = " pour ";
+constexpr std::string_view chiffres = " chiffres";
+constexpr std::string_view moins_un = ", methode p - 1";
+constexpr std::string_view crible = ", crible";
+constexpr std::string_view algebre = ", algebre";
+}  // namespace texte
+
+void ecrire_etape(Ligne& ligne, const Etape& etape) {
+  switch (etape.genre) {
+    case Etape::Genre::aucun:
+      return;
+    case Etape::Genre::courbes:
+      ligne << texte::courbe << std::int64_t{etape.numero};
+      if (etape.nombre > 0) ligne << texte::sur << std::int64_t{etape.nombre};
+      ligne << texte::pour << std::int64_t{etape.chiffres} << texte::chiffres;
+      return;
+    case Etape::Genre::moins_un:
+      ligne << texte::moins_un;
+      return;
+    case Etape::Genre::crible:
+      ligne << texte::crible;
+      return;
+    case Etape::Genre::algebre:
+      ligne << texte::algebre;
+      return;
+  }
+}
+
 }  // namespace
 
-Ligne texte_de_vie(std::string_view quoi, double part, std::chrono::duration<double> duree,
-                   std::size_t colonnes) {
+Ligne texte_de_vie(std::string_view quoi, const Etape& etape, double part,
+                   std::chrono::duration<double> duree, std::size_t colonnes) {
   Ligne court;
   if (part > 0) {
     court << static_cast<std::int64_t>(100 * part) << " %";
@@ -26,10 +57,14 @@ Ligne texte_de_vie(std::string_view quoi, double part, std::chrono::duration<dou
   }
   Ligne nomme;
   nomme << quoi << " : " << court.texte();
-  Ligne entier = nomme;
+  Ligne precis;
+  precis << quoi;
+  ecrire_etape(precis, etape);
+  precis << " : " << court.texte();
+  Ligne entier = precis;
   if (part > 0) entier << ", encore " << en_secondes(duree * ((1 - part) / part)) << " s";
   if (colonnes >= colonnes_utiles) {
-    for (const Ligne* texte : {&entier, &nomme, &court}) {
+    for (const Ligne* texte : {&entier, &precis, &nomme, &court}) {
       if (texte->longueur < colonnes) return *texte;
     }
   }

@@ -18,17 +18,18 @@
 #include <string_view>
 
 #include "console/ligne.h"
+#include "primes/arithmetique/suivi.h"
 
 namespace premiers {
 
 /// Below so many columns nothing is said.
 constexpr std::size_t colonnes_utiles = 12;
 
-/// The name of the work, how much of it (0 to 1) is done after `duree` and how long the rest will
-/// take, or, with `part` 0, the seconds that have passed. Where `colonnes` are too few, what comes
-/// last is left out, then the name; never a part of a number.
-Ligne texte_de_vie(std::string_view quoi, double part, std::chrono::duration<double> duree,
-                   std::size_t colonnes);
+/// The name of the work, the step that it is busy with, how much of that (0 to 1) is done after `duree`
+/// and how long the rest will take, or, with `part` 0, the seconds that have passed. Where `colonnes` are
+/// too few, what comes last is left out, then the step, then the name; never a part of a number.
+Ligne texte_de_vie(std::string_view quoi, const Etape& etape, double part,
+                   std::chrono::duration<double> duree, std::size_t colonnes);
 
 /// Puts `texte` (less than `colonnes` long; empty: nothing) in the place of the `dessinees`
 /// characters that were drawn last, at a time when there was room for them. `obeit`: the terminal

@@ -37,10 +37,12 @@ struct Temoin {
   static void dessiner(void* temoin) { static_cast<Temoin*>(temoin)->redessiner(); }
 
   void redessiner() {
-    const auto duree = Horloge::now() - debut;
-    if (duree < patience) return;
+    const auto maintenant = Horloge::now();
+    if (maintenant - debut < patience) return;
     const std::size_t colonnes = terminal.colonnes();
-    const Ligne texte = texte_de_vie(quoi, part, duree, colonnes);
+    const Horloge::duration depuis{debut_du_genre.load()};
+    const Ligne texte =
+        texte_de_vie(quoi, etape, part, maintenant.time_since_epoch() - depuis, colonnes);
     if (dessinees > 0 || texte.longueur > 0) poser(texte.texte(), colonnes);
   }
 
@@ -54,14 +56,27 @@ struct Temoin {
     if (entier || (pris > 0 && texte.size() > dessinees)) dessinees = texte.size();
   }
 
+  /// A step of another kind: what is said of the part done and of the time is from now on its own.
+  void annoncer(const Etape& nouvelle) {
+    if (nouvelle.genre != etape.load().genre) {
+      part = 0;
+      debut_du_genre = Horloge::now().time_since_epoch().count();
+    }
+    etape = nouvelle;
+  }
+
   const systeme::Terminal terminal;
   const std::string_view quoi;
   const Horloge::time_point debut = Horloge::now();
   std::atomic<double> part = 0;
+  std::atomic<Horloge::rep> debut_du_genre = debut.time_since_epoch().count();
+  std::atomic<Etape> etape = Etape{};
   std::atomic<std::size_t> dessinees = 0;  // characters on the row
   std::optional<systeme::Minuterie> minuterie;
 
-  static_assert(decltype(part)::is_always_lock_free && decltype(dessinees)::is_always_lock_free);
+  static_assert(decltype(part)::is_always_lock_free && decltype(dessinees)::is_always_lock_free &&
+                decltype(debut_du_genre)::is_always_lock_free &&
+                decltype(etape)::is_always_lock_free);
 };
 
 }  // namespace
@@ -71,10 +86,13 @@ Suivi suivre(Session& s, std::string_view quoi) {
   if (s.monde.terminal.existe() && s.curseur_en_debut_de_ligne()) {
     temoin = std::make_shared<Temoin>(s.monde.terminal, quoi);
   }
-  return [&s, temoin](double part) {
-    if (temoin) temoin->part = part;
-    s.sortie.vider_si_tard();
-  };
+  return {[&s, temoin](double part) {
+            if (temoin) temoin->part = part;
+            s.sortie.vider_si_tard();
+          },
+          [temoin](const Etape& etape) {
+            if (temoin) temoin->annoncer(etape);
+          }};
 }
 
 }  // namespace premiers

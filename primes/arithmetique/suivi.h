@@ -1,21 +1,54 @@
 // SPDX-License-Identifier: MIT
-// How a long computation tells how far it is, without knowing who listens.
+// How a long computation tells how far it is, and what it is busy with, without knowing who listens.
 #pragma once
 
+#include <concepts>
+#include <cstdint>
 #include <functional>
+#include <utility>
 
 namespace premiers {
 
-/// Called now and then (every few milliseconds of work) with the part of the work that is done,
-/// 0 to 1. May be empty. It may throw: the work is then abandoned, whatever it had already
-/// finished stays valid.
-using Suivi = std::function<void(double part)>;
+/// What a decomposition is busy with, in eight bytes: a signal handler reads it.
+struct Etape {
+  enum class Genre : std::uint8_t { aucun, courbes, moins_un, crible, algebre };
+
+  Genre genre = Genre::aucun;
+  std::uint8_t chiffres = 0;  ///< curves: the length of the factors they look for
+  std::uint16_t nombre = 0;   ///< curves: how many; 0 where they go on without end
+  std::uint32_t numero = 0;   ///< curves: which one, from 1 on
+};
+
+/// What long work calls now and then (every few milliseconds). Empty: nobody listens. It may throw: the
+/// work is then abandoned, whatever it had already finished stays valid.
+struct Suivi {
+  using Part = std::function<void(double)>;
+  using Annonce = std::function<void(const Etape&)>;
+
+  Suivi() = default;
+  template <std::invocable<double> F>
+  Suivi(F f) : part{std::move(f)} {}  // a function that only hears the part will do
+  Suivi(Part p, Annonce a) : part{std::move(p)}, annonce{std::move(a)} {}
+
+  explicit operator bool() const { return static_cast<bool>(part); }
+
+  /// The part of the work, or of its present step, that is done, 0 to 1; 0 where nobody knows.
+  void operator()(double fait) const { part(fait); }
+  /// From now on the work is busy with this.
+  void annoncer(const Etape& etape) const {
+    if (annonce) annonce(etape);
+  }
+
+  Part part;
+  Annonce annonce;
+};
 
 /// For one step of a longer work: hears 0 to 1 of the step, tells `debut` to `fin` of the whole.
 /// Valid as long as `suivi`.
 inline Suivi etape(const Suivi& suivi, double debut, double fin) {
   if (!suivi) return {};
-  return [&suivi, debut, fin](double part) { suivi(debut + part * (fin - debut)); };
+  return {[&suivi, debut, fin](double part) { suivi(debut + part * (fin - debut)); },
+          suivi.annonce};
 }
 
 }  // namespace premiers

@@ -47,6 +47,15 @@ std::uint64_t sigma(const Echelle& etat) {
   return s + etat.courbe;
 }
 
+/// What the next curve is, of `fin`.
+Etape etape(const Echelle& etat, std::uint64_t fin) {
+  const bool sans_fin = fin == ~std::uint64_t{0};
+  return {.genre = Etape::Genre::courbes,
+          .chiffres = static_cast<std::uint8_t>(niveaux[etat.niveau].chiffres),
+          .nombre = static_cast<std::uint16_t>(sans_fin ? 0 : fin),
+          .numero = static_cast<std::uint32_t>(etat.courbe + 1)};
+}
+
 /// The next curves: eight together, where the processor has a way, or one.
 std::vector<NTL::ZZ> essayer_les_suivantes(const NTL::ZZ& n, const BornesLongues& bornes,
                                            Echelle& etat, const Suivi& suivi) {
@@ -63,6 +72,7 @@ std::vector<NTL::ZZ> essayer_les_suivantes(const NTL::ZZ& n, const BornesLongues
 
 std::vector<NTL::ZZ> facteurs_moins_un(const NTL::ZZ& n, std::uint64_t b1, const Suivi& suivi) {
   if (b1 == 0) return {};
+  suivi.annoncer({.genre = Etape::Genre::moins_un});
   const std::uint64_t b2 = std::min(b2_par_b1 * b1, b2_moins_un_max);
   if (const NTL::ZZ f = essayer_p_moins_un(n, b1, b2, suivi); f != 1) return {f};
   return {};
@@ -78,6 +88,7 @@ std::vector<NTL::ZZ> facteurs_du_niveau(const NTL::ZZ& n, std::uint64_t fin, Ech
   }
   const BornesLongues bornes{niveau.b1, b2_par_b1 * niveau.b1, suivi};
   while (etat.courbe < fin) {
+    suivi.annoncer(etape(etat, fin));
     if (auto f = essayer_les_suivantes(n, bornes, etat, suivi); !f.empty()) return f;
   }
   return {};

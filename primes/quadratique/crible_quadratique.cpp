@@ -24,10 +24,6 @@ constexpr int matrices_au_plus = 12;
 // Polynomials between two calls of the progress callback, 0.2 to 3 ms.
 constexpr std::size_t cadence = 32;
 
-// Part of the time that goes into sieving, about; the rest is linear algebra: 5 percent at 60 digits,
-// 1 at 75.
-constexpr double part_du_crible = 0.97;
-
 }  // namespace
 
 std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi,
@@ -47,16 +43,19 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Reglages& cho
   Recolte& recolte = campagne.recolte;
   Avancement avancement;
   const auto signe_de_vie = [&suivi] {
-    if (suivi) suivi(part_du_crible);
+    if (suivi) suivi(0);
   };
+  suivi.annoncer({.genre = Etape::Genre::crible});
   std::size_t but = base.taille + excedent;
   int matrices = 0;
   for (std::size_t i = 0; i < polynomes_par_entree * base.taille && campagne.avancer(); ++i) {
-    if (suivi && i % cadence == 0) suivi(part_du_crible * avancement.part(recolte, but));
+    if (suivi && i % cadence == 0) suivi(avancement.part(recolte, but));
     if (recolte.cycles() < but || retirer_fausses(n, recolte, signe_de_vie) > 0) continue;
+    suivi.annoncer({.genre = Etape::Genre::algebre});
     if (auto facteur = facteur_des_relations(n, recolte, signe_de_vie)) return facteur;
     if (++matrices == matrices_au_plus) break;
     but = recolte.cycles() + excedent;
+    suivi.annoncer({.genre = Etape::Genre::crible});
   }
   return std::nullopt;
 }

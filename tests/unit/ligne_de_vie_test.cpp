@@ -16,8 +16,8 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 std::string texte(std::string_view quoi, double part, std::chrono::duration<double> duree,
-                  std::size_t colonnes) {
-  return std::string(texte_de_vie(quoi, part, duree, colonnes).texte());
+                  std::size_t colonnes, const Etape& etape = {}) {
+  return std::string(texte_de_vie(quoi, etape, part, duree, colonnes).texte());
 }
 
 TEST(TexteDeVie, TellsThePartAndWhatRemains) {
@@ -41,6 +41,28 @@ TEST(TexteDeVie, LosesWhatComesLastAndThenTheNameNeverPartOfANumber) {
   EXPECT_EQ(texte("compte", 0.25, seconds(3), 14), "compte : 25 %");
   EXPECT_EQ(texte("compte", 0.25, seconds(3), 13), "25 %");
   EXPECT_EQ(texte("decomposition", 0, seconds(12), 15), "12 s");
+}
+
+TEST(TexteDeVie, TellsTheStepOfADecomposition) {
+  const auto decomposition = [](const Etape& etape, double part, std::size_t colonnes = 80) {
+    return texte("decomposition", part, seconds(5), colonnes, etape);
+  };
+  const Etape courbe{.genre = Etape::Genre::courbes, .chiffres = 25, .nombre = 281, .numero = 17};
+  EXPECT_EQ(decomposition(courbe, 0), "decomposition, courbe 17 sur 281 pour 25 chiffres : 5 s");
+  const Etape sans_fin{.genre = Etape::Genre::courbes, .chiffres = 40, .numero = 70000};
+  EXPECT_EQ(decomposition(sans_fin, 0), "decomposition, courbe 70000 pour 40 chiffres : 5 s");
+  EXPECT_EQ(decomposition({.genre = Etape::Genre::moins_un}, 0),
+            "decomposition, methode p - 1 : 5 s");
+  EXPECT_EQ(decomposition({.genre = Etape::Genre::crible}, 0.5),
+            "decomposition, crible : 50 %, encore 5 s");
+  EXPECT_EQ(decomposition({.genre = Etape::Genre::algebre}, 0), "decomposition, algebre : 5 s");
+  // What is too long: the time left goes first, the step next.
+  EXPECT_EQ(decomposition({.genre = Etape::Genre::crible}, 0.5, 41),
+            "decomposition, crible : 50 %, encore 5 s");
+  EXPECT_EQ(decomposition({.genre = Etape::Genre::crible}, 0.5, 40),
+            "decomposition, crible : 50 %");
+  EXPECT_EQ(decomposition({.genre = Etape::Genre::crible}, 0.5, 28), "decomposition : 50 %");
+  EXPECT_EQ(decomposition(courbe, 0, 20), "decomposition : 5 s");
 }
 
 TEST(TexteDeVie, SaysNothingBelowTwelveColumns) {
