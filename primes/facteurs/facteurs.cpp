@@ -12,8 +12,8 @@
 //   350 bits         a little ECM (facteurs_longs.h) for factors that are much shorter than the
 //                    other, from 225 bits on curves with larger bounds as well (echelle.h), then
 //                    the quadratic sieve (crible_quadratique.h). 40 digits 8 ms, 60 digits 0.6 s.
-//   700 bits         curves, level after level, until they have found all factors.
-//   beyond           the PARI library alone.
+//   700 bits         curves, level after level, until they have found all factors: for ever, if there
+//                    are none in their reach.
 //
 // All of it is deterministic: the same integer takes the same way every time.
 #include "primes/facteurs/facteurs.h"
@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 #include "primes/arithmetique/zz.h"
@@ -29,7 +30,6 @@
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/facteurs_longs.h"
 #include "primes/facteurs/petits_facteurs.h"
-#include "primes/facteurs/pont_pari.h"
 #include "primes/facteurs/preuve.h"
 #include "primes/facteurs/puissance.h"
 #include "primes/quadratique/crible_quadratique.h"
@@ -114,8 +114,7 @@ std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& su
   if (bits <= bits_crible) {
     if (const auto f = facteur_quadratique(n, suivi, scinder)) return {*f};
   }
-  if (suivi) suivi(0);
-  return pari::diviseurs_premiers(n);
+  return facteurs_par_echelle(n, profondeur_sans_fin, echelle, suivi);
 }
 
 // ---- Collecting --------------------------------------------------------------------------------
@@ -158,6 +157,7 @@ void decomposer(Facteurs& resultat, const NTL::ZZ& n, std::int64_t exposant, Ech
 }  // namespace
 
 Facteurs decomposer(const NTL::ZZ& N, const Suivi& suivi) {
+  if (NTL::NumBits(N) > bits_facteur_long) throw std::length_error{"nombre trop long"};
   Facteurs resultat;
   NTL::ZZ reste = N;
   if (NTL::NumBits(N) > 64) {

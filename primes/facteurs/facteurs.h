@@ -19,7 +19,7 @@ struct Facteur {
 /// Prime powers in increasing order of the primes.
 using Facteurs = std::vector<Facteur>;
 
-/// The prime powers whose product is N >= 1; none for 1. Every factor is proven prime.
+/// The prime powers whose product is N, 1 <= N < 2^700 (std::length_error beyond); none for 1. Every factor is proven prime.
 Facteurs decomposer(const NTL::ZZ& N, const Suivi& suivi = {});
 
 }  // namespace premiers

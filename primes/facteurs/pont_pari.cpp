@@ -92,13 +92,6 @@ GEN vers_pari(const NTL::ZZ& n) {
   return x;
 }
 
-NTL::ZZ depuis_pari(GEN x) {
-  static_assert(static_cast<long>(sizeof(long)) == sizeof(NTL::ZZ_limb_t));
-  NTL::ZZ n;
-  NTL::ZZ_limbs_set(n, reinterpret_cast<const NTL::ZZ_limb_t*>(int_LSW(x)), lgefint(x) - 2);
-  return n;
-}
-
 /// calcul(n) on the library's stack; null, and the library's number of the error, if it fails.
 /// Nothing in here or called from here may need a destructor: it would not be run.
 template <class Calcul>
@@ -134,15 +127,6 @@ bool est_premier_prouve(const NTL::ZZ& n) {
            return BPSW_psp(x) != 0 && (court ? isprimeAPRCL(x) : isprimeECPP(x)) != 0 ? gen_1
                                                                                       : gen_0;
          }) == gen_1;
-}
-
-std::vector<NTL::ZZ> diviseurs_premiers(const NTL::ZZ& n) {
-  std::vector<NTL::ZZ> diviseurs;
-  if (n <= 1) return diviseurs;
-  const Passage passage;
-  const GEN colonne = gel(appeler(n, [](GEN x) { return Z_factor(x); }), 1);
-  for (long i = 1; i < lg(colonne); ++i) diviseurs.push_back(depuis_pari(gel(colonne, i)));
-  return diviseurs;
 }
 
 }  // namespace premiers::pari

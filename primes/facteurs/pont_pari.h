@@ -11,16 +11,11 @@
 
 #include <NTL/ZZ.h>
 
-#include <vector>
 
 namespace premiers::pari {
 
 /// Is n prime? Proven, both ways. Numbers up to 1 are not prime.
 /// Cost for a prime: 1 ms at 25 digits, 10 at 50, 25 at 100, 0.1 s at 150, 0.3 s at 200.
 bool est_premier_prouve(const NTL::ZZ& n);
-
-/// The distinct primes that divide n >= 2, in increasing order. That they are prime is not proven:
-/// they passed Baillie-PSW. Nothing for n < 2.
-std::vector<NTL::ZZ> diviseurs_premiers(const NTL::ZZ& n);
 
 }  // namespace premiers::pari

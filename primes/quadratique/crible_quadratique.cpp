@@ -50,8 +50,12 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Reglages& cho
   int matrices = 0;
   for (std::size_t i = 0; i < polynomes_par_entree * base.taille && campagne.avancer(); ++i) {
     if (suivi && i % cadence == 0) suivi(avancement.part(recolte, but));
-    if (recolte.cycles() < but || retirer_fausses(n, recolte, signe_de_vie) > 0) continue;
+    if (recolte.cycles() < but) continue;
     suivi.annoncer({.genre = Etape::Genre::algebre});
+    if (retirer_fausses(n, recolte, signe_de_vie) > 0) {
+      suivi.annoncer({.genre = Etape::Genre::crible});
+      continue;
+    }
     if (auto facteur = facteur_des_relations(n, recolte, signe_de_vie)) return facteur;
     if (++matrices == matrices_au_plus) break;
     but = recolte.cycles() + excedent;
