@@ -9,8 +9,8 @@
 
 namespace premiers {
 
-/// What a decomposition is busy with, in eight bytes: a signal handler reads it.
-struct Etape {
+/// What a decomposition is busy with, in eight bytes: a signal handler reads them at once.
+struct alignas(8) Etape {
   enum class Genre : std::uint8_t { aucun, courbes, moins_un, crible, algebre };
 
   Genre genre = Genre::aucun;
