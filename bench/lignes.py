@@ -155,3 +155,5 @@ class Outils:
     programme_avx2: str = ""  # the program that does without AVX-512
     aides_avx2: Path = Path()  # and the helpers of which it is a part
     rivaux_avx2: dict = field(default_factory=dict)  # a command's place, to one that does without
+    yafu: str = ""
+    yafu_avx2: str = ""  # one that does without AVX-512

@@ -27,6 +27,7 @@ from lignes_avx2 import lignes_sans_avx512  # noqa: E402
 from lignes_moteur import lignes_du_moteur  # noqa: E402
 from lignes_rangs import lignes_de_rangs  # noqa: E402
 from lignes_travaux import lignes_des_travaux  # noqa: E402
+from lignes_yafu import lignes_contre_yafu, lignes_contre_yafu_avx2  # noqa: E402
 from rapport import ecrire, ecrire_ailleurs, le_pair, machine, verdict  # noqa: E402
 
 RACINE = Path(__file__).resolve().parent.parent
@@ -117,7 +118,8 @@ def lire_options():
     ajouter("--installer", action="store_true", help="install the tools first, by apt-get")
     ajouter("--rapide", action="store_true", help="only what takes a few seconds, three runs")
     ajouter("--seulement", default="", metavar="REGEX", help="only the rows that it matches")
-    ajouter("--tres-longues", action="store_true", help="the count up to 2^63 - 1 too (minutes)")
+    ajouter("--tres-longues", action="store_true", help="the count up to 2^63 - 1 too, and with "
+            "--yafu the products of 90 and 95 digits (minutes each)")
     ajouter("--lancements", type=int, default=0, metavar="N", help="runs of each side (5)")
     ajouter("--sortie", type=Path, metavar="DIR", help="where the report goes (docs; build/bench "
             "if not all rows are run)")
@@ -132,6 +134,9 @@ def lire_options():
     ajouter("--primesieve-avx2", default="", metavar="PATH",
             help="a primesieve without AVX-512, for the rows without")
     ajouter("--primecount-avx2", default="", metavar="PATH", help="the same of primecount")
+    ajouter("--yafu", default="", metavar="PATH", help="a yafu, for the rows of factoring against it")
+    ajouter("--yafu-avx2", default="", metavar="PATH",
+            help="a yafu without AVX-512, for the rows without")
     return lecteur.parse_args()
 
 
@@ -157,10 +162,13 @@ def main():
         outils = Outils(str(options.programme.resolve()), str(options.reference.resolve()), aides,
                         RACINE / "bench", Path(travail), options.primesieve_recent,
                         options.primecount_recent, options.programme_avant,
-                        str(programme_avx2), aides_avx2, rivaux_avx2)
+                        str(programme_avx2), aides_avx2, rivaux_avx2,
+                        *(str(Path(y).resolve()) if y else "" for y in (options.yafu,
+                                                                         options.yafu_avx2)))
         lignes = (lignes_du_moteur(outils) + lignes_de_rangs(outils)
                   + lignes_des_travaux(outils))
         lignes += lignes_sans_avx512(outils, lignes)
+        lignes += lignes_contre_yafu(outils) + lignes_contre_yafu_avx2(outils)
         prises, ecartees = choisir(lignes, options)
         for numero, ligne in enumerate(prises, 1):
             dire(f"{numero}/{len(prises)} {ligne.travail}")

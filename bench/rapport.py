@@ -10,6 +10,7 @@ from pathlib import Path
 
 from graphique import dessiner
 from lignes import Exigence
+from lignes_avx2 import GROUPE as SANS_AVX512
 
 CROISSANCE = "How the cost grows"
 
@@ -154,6 +155,12 @@ def texte(faites, ecartees, lignes_machine, surface):
     parties += ["", surface]
     sautes = [] if any(r.nom.endswith("(newest)") for _, resultats in faites for r in resultats) \
         else ["A newer primesieve than Debian's: none was named (`--primesieve-recent`)"]
+    contre_yafu = {ligne.groupe == SANS_AVX512 for ligne in [*(l for l, _ in faites), *ecartees]
+                   if any(p.nom == "yafu" for p in ligne.pairs)}
+    sautes += [f"The rows against yafu{ou}: none was named (`{option}`)"
+               for sans, ou, option in ((False, "", "--yafu"),
+                                        (True, ", without AVX-512", "--yafu-avx2"))
+               if sans not in contre_yafu]
     sautes += [f"{ligne.travail}: {r.nom} {r.absent}" for ligne, resultats in faites
               for r in resultats if r.absent]
     if ecartees:

@@ -6,6 +6,7 @@ Each function takes the path of an output. Long texts are compared by their dige
 import hashlib
 import mmap
 import re
+from math import prod
 
 
 def _octets(chemin):
@@ -162,6 +163,26 @@ def facteurs(nombres):
         if set(lus) != set(nombres):
             raise ValueError(f"{chemin}: not every number was answered")
         return {n: puissances or [(n, 1)] for n, puissances in lus.items()}
+    return lire
+
+
+def facteurs_de_yafu(nombres):
+    """A reader of what yafu prints, each number on a line of its own before: lines "P25 = ...", one
+    for each factor as often as it divides. A factor it says to be composite is no answer."""
+    def lire(chemin):
+        texte = _octets(chemin).decode(errors="replace").replace("\r", "\n")
+        parties = re.split(r"^(\d+):$", texte, flags=re.M)[1:]
+        lus = {}
+        for n, dit in zip(map(int, parties[::2]), parties[1::2]):
+            if re.search(r"^C\d+ = ", dit, re.M):
+                raise ValueError(f"{chemin}: yafu left a composite factor of {n}")
+            premiers = [int(p) for p in re.findall(r"^(?:P|PRP)\d+ = (\d+)$", dit, re.M)]
+            if prod(premiers) != n:
+                raise ValueError(f"{chemin}: the factors of {n} do not multiply back")
+            lus[n] = sorted((p, premiers.count(p)) for p in set(premiers))
+        if set(lus) != set(nombres):
+            raise ValueError(f"{chemin}: not every number was answered")
+        return lus
     return lire
 
 
