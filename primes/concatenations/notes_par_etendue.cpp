@@ -19,25 +19,19 @@ std::uint64_t puissance_de_dix(std::size_t exposant) {
 
 }  // namespace
 
-const NotesParEtendue::Tranche& NotesParEtendue::trouver(const Dette& dette,
+const NotesParEtendue::Tranche& NotesParEtendue::trouver(const Dette& dette, Places places,
                                                          std::string_view morceau,
                                                          std::uint32_t mobile,
                                                          std::uint64_t combien) {
   const std::string_view tete = morceau.substr(0, morceau.size() - chiffres_mobiles);
-  for (const Tranche& t : tranches_) {
-    if (t.contient(tete, mobile)) return t;
-  }
+  const auto connue = tranches_.find(places);
+  if (connue != tranches_.end() && connue->second.contient(tete, mobile)) return connue->second;
   const std::uint64_t jusqu_au_bout = puissance_de_dix(chiffres_mobiles) - mobile;
   const std::size_t nombre = std::min(combien, jusqu_au_bout);
   // A factor p is worth p - 1.
   Tranche nouvelle{std::string(tete), mobile,
                    Etendue(valeur_des_chiffres(morceau), nombre, dette.borne_due + 1)};
-  if (tranches_.size() < etendues_max) {
-    tranches_.push_back(std::move(nouvelle));
-    return tranches_.back();
-  }
-  a_remplacer_ = (a_remplacer_ + 1) % etendues_max;
-  return tranches_[a_remplacer_] = std::move(nouvelle);
+  return tranches_.insert_or_assign(places, std::move(nouvelle)).first->second;
 }
 
 void NotesParEtendue::noter(Dette& dette, std::string_view chiffres, std::size_t fin,
@@ -53,7 +47,7 @@ void NotesParEtendue::noter(Dette& dette, std::string_view chiffres, std::size_t
     for (const char c : morceau.substr(longueur - chiffres_mobiles)) {
       mobile = 10 * mobile + static_cast<std::uint32_t>(c - '0');
     }
-    const Tranche& t = trouver(dette, morceau, mobile, combien);
+    const Tranche& t = trouver(dette, {longueur, derriere}, morceau, mobile, combien);
     if (t.facteurs[mobile - t.debut] <= dette.borne_due + 1) return;
   }
   noter_division(dette, valeur_des_chiffres(morceau));

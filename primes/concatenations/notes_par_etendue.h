@@ -12,14 +12,16 @@
 // candidates.
 //
 // Cost: some milliseconds for a stretch, and 40 ns a piece; nothing once the bound is above all
-// factors. Memory: 0.4 MB for a stretch, one for each pair of places in use, `etendues_max` at most.
+// factors. Memory: 4 bytes a number of the stretch that each pair of places is in: 0.4 MB at most, and
+// 90 MB for a hundred thousand numbers of 199 digits in which every place begins a piece.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "primes/dette.h"
 #include "primes/facteurs/etendue.h"
@@ -36,8 +38,6 @@ struct NotesParEtendue {
 
  private:
   static constexpr std::size_t chiffres_mobiles = 5;
-  static constexpr std::size_t etendues_max = 32;
-
   /// The factors of the pieces with these leading digits, the last five being `debut` and so on.
   struct Tranche {
     std::string tete;
@@ -49,12 +49,14 @@ struct NotesParEtendue {
     }
   };
 
-  const Tranche& trouver(const Dette& dette, std::string_view morceau, std::uint32_t mobile,
-                         std::uint64_t combien);
+  /// Where a piece stands: its length, and the digits behind it.
+  using Places = std::pair<std::size_t, std::size_t>;
+
+  const Tranche& trouver(const Dette& dette, Places places, std::string_view morceau,
+                         std::uint32_t mobile, std::uint64_t combien);
 
   std::uint64_t largeur_;
-  std::vector<Tranche> tranches_;
-  std::size_t a_remplacer_ = 0;
+  std::map<Places, Tranche> tranches_;  // the last one of each
 };
 
 }  // namespace premiers

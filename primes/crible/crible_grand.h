@@ -29,7 +29,7 @@ struct CribleGrand {
   /// What the widest windows can use just below 2^63.
   static constexpr std::uint64_t memoire_max = std::uint64_t{400} << 20;
 
-  /// For the window of bytes [octet, octet_fin), octet > 2^40 / 30, in `memoire` bytes and no more
+  /// For the window of bytes [octet, octet_fin), octet_fin > 2^40 / 30, in `memoire` bytes and no more
   /// than the system can give (but 22 MB whatever they are).
   CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t memoire);
   CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, const Partage& partage);

@@ -161,13 +161,25 @@ TEST(CribleQuadratique, ProgressGrowsFrom0To1AndMayAbandonTheWork) {
   const NTL::ZZ n = produit_de_deux(70, 70);
   double dernier = 0;
   int appels = 0;
-  const auto facteur = facteur_quadratique(n, [&](double part) {
+  std::vector<Etape::Genre> genres;
+  const auto entendre = [&](double part) {
     EXPECT_GE(part, dernier);
     EXPECT_LE(part, 1);
     dernier = part;
     ++appels;
-  });
+  };
+  const auto annoncer = [&](const Etape& etape) {
+    if (etape.genre == Etape::Genre::algebre) {
+      EXPECT_GT(dernier, 0.9);
+    }
+    dernier = 0;
+    genres.push_back(etape.genre);
+  };
+  const auto facteur = facteur_quadratique(n, Suivi{entendre, annoncer});
   EXPECT_TRUE(facteur.has_value());
+  ASSERT_GE(genres.size(), 2U);
+  EXPECT_EQ(genres.front(), Etape::Genre::crible);
+  EXPECT_EQ(genres.back(), Etape::Genre::algebre);
   EXPECT_GT(appels, 10);
   EXPECT_THROW(facteur_quadratique(n, [](double) { throw std::runtime_error("assez"); }),
                std::runtime_error);
