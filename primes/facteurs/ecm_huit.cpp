@@ -15,9 +15,8 @@
 
 namespace premiers::ecm {
 
-/// p + q and 2 p without a copy of a point, for the walk along the chains. `r` is none of the others.
-static void ajouter_dans(const Huit& a, Point<Huit>& r, const Point<Huit>& p, const Point<Huit>& q,
-                         const Point<Huit>& ecart) {
+void ajouter_dans(const Huit& a, Point<Huit>& r, const Point<Huit>& p, const Point<Huit>& q,
+                  const Point<Huit>& ecart) {
   const auto& [produit, somme, difference] = a.noyaux;
   const Huit::Module& m = a.module;
   Huit::Residu u, v;
@@ -35,8 +34,7 @@ static void ajouter_dans(const Huit& a, Point<Huit>& r, const Point<Huit>& p, co
   produit(m, r.z, r.z, ecart.x);
 }
 
-static void doubler_dans(const Huit& a, const Courbe<Huit>& c, Point<Huit>& r,
-                         const Point<Huit>& p) {
+void doubler_dans(const Huit& a, const Courbe<Huit>& c, Point<Huit>& r, const Point<Huit>& p) {
   const auto& [produit, somme, difference] = a.noyaux;
   const Huit::Module& m = a.module;
   Huit::Residu s, d, t;

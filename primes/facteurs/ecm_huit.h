@@ -13,10 +13,17 @@
 #include <vector>
 
 #include "primes/arithmetique/suivi.h"
+#include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_grand.h"
 #include "primes/facteurs/huit.h"
 
 namespace premiers::ecm {
+
+/// p + q and 2 p without a copy of a point: what the walk along chains (ecm_lucas.h) takes in this ring.
+/// r is none of the others.
+void ajouter_dans(const Huit& a, Point<Huit>& r, const Point<Huit>& p, const Point<Huit>& q,
+                  const Point<Huit>& ecart);
+void doubler_dans(const Huit& a, const Courbe<Huit>& c, Point<Huit>& r, const Point<Huit>& p);
 
 /// Tries the curves sigma .. sigma + 7, sigma >= 6, on the odd n, 2^64 < n < 2^bits_facteur_long,
 /// without factors below 1000: proper factors of n, which need not be prime nor coprime; none if no

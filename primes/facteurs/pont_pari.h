@@ -11,7 +11,6 @@
 
 #include <NTL/ZZ.h>
 
-
 namespace premiers::pari {
 
 /// Is n prime? Proven, both ways. Numbers up to 1 are not prime.
