@@ -40,9 +40,11 @@ struct Temoin {
     const auto maintenant = Horloge::now();
     if (maintenant - debut < patience) return;
     const std::size_t colonnes = terminal.colonnes();
-    const Horloge::duration depuis{debut_du_genre.load()};
-    const Ligne texte =
-        texte_de_vie(quoi, etape, part, maintenant.time_since_epoch() - depuis, colonnes);
+    const double fait = part;
+    // What is left of a step follows from the time that the step has taken, not the work.
+    const Horloge::time_point depuis =
+        fait > 0 ? Horloge::time_point{Horloge::duration{debut_du_genre.load()}} : debut;
+    const Ligne texte = texte_de_vie(quoi, etape, fait, maintenant - depuis, colonnes);
     if (dessinees > 0 || texte.longueur > 0) poser(texte.texte(), colonnes);
   }
 
@@ -56,7 +58,7 @@ struct Temoin {
     if (entier || (pris > 0 && texte.size() > dessinees)) dessinees = texte.size();
   }
 
-  /// A step of another kind: what is said of the part done and of the time is from now on its own.
+  /// A step of another kind: what is said of the part done is from now on its own.
   void annoncer(const Etape& nouvelle) {
     if (nouvelle.genre != etape.load().genre) {
       part = 0;
