@@ -68,11 +68,18 @@ static_assert(std::all_of(paliers.begin(), paliers.end(),
 
 // ---- Splitting ---------------------------------------------------------------------------------
 
+/// What the curves of `paliers` are meant for.
+constexpr std::uint8_t chiffres_d_un_facteur_court = 15;
+
 /// A factor of n that is much shorter than n, if there is one.
 std::optional<NTL::ZZ> facteur_court(const NTL::ZZ& n, Echelle& echelle, const Suivi& suivi) {
   unsigned courbes = 0;
   for (const auto& [bits, effort] : paliers) {
     if (NTL::NumBits(n) < bits) break;
+    suivi.annoncer({.genre = Etape::Genre::courbes,
+                    .chiffres = chiffres_d_un_facteur_court,
+                    .nombre = static_cast<std::uint16_t>(courbes + effort.courbes),
+                    .numero = courbes + 1});
     if (auto f = facteur_ecm_long(n, effort, courbes, suivi)) return f;
     courbes += effort.courbes;
   }
