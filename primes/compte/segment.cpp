@@ -115,6 +115,23 @@ constexpr Question pas = 2 * 240 * mots_par_bloc;
       _mm_cvtsi128_si64(_mm_add_epi64(quart, _mm_unpackhi_epi64(quart, quart))));
 }
 
+// The flags of its block that a question counts.
+[[gnu::target("avx512f")]] inline __m512i drapeaux_demandes(const SegmentCompte& s, Question q) {
+  const std::size_t mot = q / 2 / 240;
+  const auto masque = static_cast<long long>(masques_jusqu_a[q / 2 % 240]);
+  const std::uint64_t* bloc = s.mots.data() + mot / mots_par_bloc * mots_par_bloc;
+  const std::uint32_t ici = 1u << (mot % mots_par_bloc);
+  const __m512i v = _mm512_maskz_loadu_epi64(static_cast<__mmask8>(2 * ici - 1), bloc);
+  return _mm512_mask_and_epi64(v, static_cast<__mmask8>(ici), v, _mm512_set1_epi64(masque));
+}
+
+// Adds what was counted for a question, or takes it away, as its lowest bit says.
+[[gnu::target("avx512f")]] inline __m512i ajouter_ou_retirer(__m512i somme, __m512i comptes,
+                                                             Question q) {
+  const auto moins = static_cast<__mmask8>(0u - (q & 1));
+  return _mm512_mask_sub_epi64(_mm512_add_epi64(somme, comptes), moins, somme, comptes);
+}
+
 [[gnu::target("avx512f,avx512vpopcntdq")]] void poser_avx512(SegmentCompte& s, const Motif& motif) {
   Phase phase(s, motif);
   std::uint64_t* mots = s.mots.data();
@@ -135,15 +152,7 @@ constexpr Question pas = 2 * 240 * mots_par_bloc;
     const SegmentCompte& s, std::span<const Question> questions) {
   __m512i somme = _mm512_setzero_si512();
   for (const Question q : questions) {
-    const std::size_t mot = q / 2 / 240;
-    const auto masque = static_cast<long long>(masques_jusqu_a[q / 2 % 240]);
-    const std::uint64_t* bloc = s.mots.data() + mot / mots_par_bloc * mots_par_bloc;
-    const std::uint32_t ici = 1u << (mot % mots_par_bloc);
-    __m512i v = _mm512_maskz_loadu_epi64(static_cast<__mmask8>(2 * ici - 1), bloc);
-    v = _mm512_mask_and_epi64(v, static_cast<__mmask8>(ici), v, _mm512_set1_epi64(masque));
-    v = _mm512_popcnt_epi64(v);
-    const auto moins = static_cast<__mmask8>(0u - (q & 1));
-    somme = _mm512_mask_sub_epi64(_mm512_add_epi64(somme, v), moins, somme, v);
+    somme = ajouter_ou_retirer(somme, _mm512_popcnt_epi64(drapeaux_demandes(s, q)), q);
   }
   return reduire(somme);
 }
@@ -195,15 +204,7 @@ constexpr Question pas = 2 * 240 * mots_par_bloc;
     const SegmentCompte& s, std::span<const Question> questions) {
   __m512i somme = _mm512_setzero_si512();
   for (const Question q : questions) {
-    const std::size_t mot = q / 2 / 240;
-    const auto masque = static_cast<long long>(masques_jusqu_a[q / 2 % 240]);
-    const std::uint64_t* bloc = s.mots.data() + mot / mots_par_bloc * mots_par_bloc;
-    const std::uint32_t ici = 1u << (mot % mots_par_bloc);
-    __m512i v = _mm512_maskz_loadu_epi64(static_cast<__mmask8>(2 * ici - 1), bloc);
-    v = _mm512_mask_and_epi64(v, static_cast<__mmask8>(ici), v, _mm512_set1_epi64(masque));
-    v = bits_par_mot(v);
-    const auto moins = static_cast<__mmask8>(0u - (q & 1));
-    somme = _mm512_mask_sub_epi64(_mm512_add_epi64(somme, v), moins, somme, v);
+    somme = ajouter_ou_retirer(somme, bits_par_mot(drapeaux_demandes(s, q)), q);
   }
   return reduire(somme);
 }

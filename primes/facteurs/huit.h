@@ -69,7 +69,8 @@ struct Huit {
     return r;
   }
   Residu carre(const Residu& a) const { return produit(a, a); }
-  /// Of products or entered numbers only: the carry of a sum would count twice.
+  /// Sums and differences are of products or entered numbers only: the carry that a sum leaves
+  /// standing would count twice.
   Residu somme(const Residu& a, const Residu& b) const {
     Residu r;
     noyaux.somme(module, r, a, b);

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "primes/arithmetique/processeur.h"
+#include "versions_de_huit.h"
 
 namespace premiers::ecm {
 namespace {
@@ -18,19 +18,6 @@ namespace {
 using NTL::ZZ;
 
 ZZ lire(const char* chiffres) { return NTL::conv<ZZ>(chiffres); }
-
-/// Calls f with the kernels of every version that this processor can run.
-template <class F>
-void pour_chaque_version(const F& f) {
-  bool une = false;
-  for (const auto& [besoin, noyaux] : Huit::versions_des_noyaux()) {
-    if (noyaux == nullptr || !jouable(besoin)) continue;
-    une = true;
-    SCOPED_TRACE(nommer(besoin));
-    f(noyaux);
-  }
-  if (!une) GTEST_SKIP() << "no processor for eight lanes";
-}
 
 /// p times primes without any of interest, of so many bits in all.
 ZZ completer(const ZZ& p, long bits) {

@@ -9,8 +9,7 @@
 #include <string>
 #include <utility>
 
-#include "primes/arithmetique/processeur.h"
-#include "primes/facteurs/huit_noyaux.h"
+#include "versions_de_huit.h"
 
 namespace premiers::ecm {
 namespace {
@@ -23,19 +22,6 @@ std::string texte(const ZZ& n) {
     r.insert(r.begin(), static_cast<char>('0' + NTL::to_int(x % 10)));
   }
   return r;
-}
-
-/// Calls f with the kernels of every version that this processor can run.
-template <class F>
-void pour_chaque_version(const F& f) {
-  bool une = false;
-  for (const auto& [besoin, noyaux] : Huit::versions_des_noyaux()) {
-    if (noyaux == nullptr || !jouable(besoin)) continue;
-    une = true;
-    SCOPED_TRACE(nommer(besoin));
-    f(noyaux);
-  }
-  if (!une) GTEST_SKIP() << "no processor for eight lanes";
 }
 
 /// Odd moduli of every length, just within it and just beyond the one before.
