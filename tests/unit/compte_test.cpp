@@ -176,7 +176,7 @@ TEST(CompteLent, PublishedPowersOfTwo) {
   }
 }
 
-TEST(Compte, RandomXOfEverySizeAsByLucy) {
+TEST(CompteEnNombre, RandomXOfEverySizeAsByLucy) {
   std::mt19937_64 hasard(1);
   for (int i = 0; i < 150; ++i) {
     const double grandeur = std::uniform_real_distribution<double>(1.0, 10.5)(hasard);
@@ -194,7 +194,7 @@ TEST(CompteLent, DifferencesOfLargeXAsByTheSieve) {
   }
 }
 
-TEST(Compte, AroundPerfectPowers) {
+TEST(CompteEnNombre, AroundPerfectPowers) {
   for (const Nombre n : {2001u, 4472u, 4473u, 7919u, 12343u, 31623u, 65536u, 99991u}) {
     for (const Nombre x : {n * n - 1, n * n, n * n + 1})
       EXPECT_EQ(nombre_premiers(x), compte_lucy(x));
@@ -222,7 +222,7 @@ TEST(Compte, RefusesWhatItsArithmeticIsNotMadeFor) {
   EXPECT_THROW(Plan(1'000'000'000'000'000'000, 64'000'001, 64'000'001), std::invalid_argument);
 }
 
-TEST(Compte, LeavesAreRightForEveryXOfARange) {
+TEST(CompteEnNombre, LeavesAreRightForEveryXOfARange) {
   const std::vector<Nombre> pi = pi_naif(20000);
   for (Nombre x = 15000; x <= 20000; x += 3) {
     const Nombre racine = racine_carree(x);

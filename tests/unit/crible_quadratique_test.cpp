@@ -309,7 +309,7 @@ TEST(CribleQuadratiquePolynomes, EveryRootOfEveryPolynomialIsOne) {
   }
 }
 
-TEST(CribleQuadratiquePolynomes, CoefficientsHaveTheWishedSizeAndAreNeverTheSame) {
+TEST(CribleQuadratiquePolynomesLent, CoefficientsHaveTheWishedSizeAndAreNeverTheSame) {
   NTL::SetSeed(NTL::ZZ(14));
   for (const long bits : {66L, 100L, 160L, 224L, 225L, 300L, 350L}) {
     const quadratique::Reglages reglages = quadratique::reglages(bits);

@@ -168,7 +168,7 @@ TEST(Decomposer, RepeatedFactorsBesideOthers) {
   attendre(power(p, 6) * power(q, 4), Facteurs{{p, 6}, {q, 4}});
 }
 
-TEST(Decomposer, SeveralLargeFactors) {
+TEST(DecomposerEnNombre, SeveralLargeFactors) {
   Facteurs attendus;
   ZZ N{1};
   for (const long bits : {40L, 42L, 44L, 46L, 48L, 70L}) {
@@ -221,7 +221,7 @@ TEST(Decomposer, IntegersThatMadeALibraryHang) {
 // The Cunningham project's tables: J. Brillhart, D. H. Lehmer, J. L. Selfridge, B. Tuckerman,
 // S. S. Wagstaff, "Factorizations of b^n +- 1, b = 2, 3, 5, 6, 7, 10, 11, 12 up to high powers",
 // Contemporary Mathematics 22.
-TEST(Decomposer, CunninghamNumbersOfBaseTwo) {
+TEST(DecomposerEnNombre, CunninghamNumbersOfBaseTwo) {
   attendre(mersenne(67), {"193707721", "761838257287"});
   attendre(mersenne(101), {"7432339208719", "341117531003194129"});
   attendre(mersenne(103), {"2550183799", "3976656429941438590393"});

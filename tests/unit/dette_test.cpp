@@ -95,8 +95,9 @@ struct DetteTest : ::testing::Test {
     return division.np;
   }
 };
+using DetteEnNombre = DetteTest;
 
-TEST_F(DetteTest, PremOfEveryNumber) {
+TEST_F(DetteEnNombre, PremOfEveryNumber) {
   for (std::int64_t S = 0; S <= jusqu; ++S) {
     bool attendu = false;
     const std::int64_t np = apres([&] { attendu = division.prem(S); });
@@ -128,7 +129,7 @@ TEST_F(DetteTest, Prem1GivesTrueForOneAndFalseForTwo) {
   EXPECT_EQ(np_paye(dette), 2);
 }
 
-TEST_F(DetteTest, DecompositionOfEveryNumber) {
+TEST_F(DetteEnNombre, DecompositionOfEveryNumber) {
   for (std::int64_t N = 1; N <= jusqu; ++N) {
     const std::int64_t np = apres([&] { division.decomposer(N); });
     ASSERT_EQ(np_de_decomposition(N), np) << N;

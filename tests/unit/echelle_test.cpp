@@ -47,7 +47,7 @@ TEST(Echelle, TakesNoCurveTwice) {
   EXPECT_GT(dix_neuf, vingt / 8);
 }
 
-TEST(Echelle, GoesOnWithWhatIsLeftOfN) {
+TEST(EchelleLent, GoesOnWithWhatIsLeftOfN) {
   // Factors of 14, 15 and 16 digits: P - 1 or a few curves of the first level find each.
   ZZ reste = NTL::power2_ZZ(521) - 1;
   NTL::SetSeed(ZZ{3});

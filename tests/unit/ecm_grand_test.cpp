@@ -205,7 +205,7 @@ TEST(CourbesPubliees, OfSmallBoundsFindWhatTheirOrdersSay) {
             lire("291310394389387"));
 }
 
-TEST(CourbesPubliees, OfTwentyFiveDigitsFindsWithExactlyTheBoundsOfItsOrder) {
+TEST(CourbesPublieesLent, OfTwentyFiveDigitsFindsWithExactlyTheBoundsOfItsOrder) {
   // 2^2 3 53 61 157 1747 12073 171553 207013
   const ZZ n = lire("17061648125571273329563156588435816942778260706938821014533");
   const std::uint64_t sigma = 585928442;

@@ -52,7 +52,7 @@ TEST(HuitCourbes, FindWhatEachFindsAloneAtEveryLengthAndInEveryLane) {
   });
 }
 
-TEST(HuitCourbes, OfTwentyFiveDigitsFindWithExactlyTheBoundsOfTheOrder) {
+TEST(HuitCourbesLent, OfTwentyFiveDigitsFindWithExactlyTheBoundsOfTheOrder) {
   // 2^2 3 53 61 157 1747 12073 171553 207013 (GMP-ECM's published curve, sigma = 585928442)
   const ZZ n = lire("17061648125571273329563156588435816942778260706938821014533");
   const std::vector<ZZ> p{lire("4562371492227327125110177")};

@@ -71,7 +71,7 @@ TEST(Etendue, LongIntegers) {
   }
 }
 
-TEST(Etendue, FactorsAboveABoundAlone) {
+TEST(EtendueLent, FactorsAboveABoundAlone) {
   const ZZ debut = NTL::power_ZZ(10, 50);
   for (const std::uint64_t borne : {2ULL, 3ULL, 4ULL, 1000ULL, 131ULL, 9'000'000ULL, 9'999'973ULL,
                                     9'999'990ULL, 9'999'991ULL, 10'000'000ULL, 20'000'000ULL}) {

@@ -56,7 +56,7 @@ TEST(Facteurs64, ZeroAndOneHaveNoFactors) {
   EXPECT_EQ(plus_petit_facteur(1), 1U);
 }
 
-TEST(Facteurs64, EveryIntegerBelowTwoMillion) {
+TEST(Facteurs64EnNombre, EveryIntegerBelowTwoMillion) {
   constexpr std::size_t fin = 2000000;
   std::vector<std::uint32_t> moindre(fin, 0);
   for (std::uint32_t p = 2; p < fin; ++p) {
@@ -166,7 +166,7 @@ TEST(Facteurs64, TwoLargePrimesCloseToEachOther) {
   }
 }
 
-TEST(Facteurs64, ThreeAndFourPrimesOfTheSameSize) {
+TEST(Facteurs64Lent, ThreeAndFourPrimesOfTheSameSize) {
   std::mt19937_64 g{3};
   for (int i = 0; i < 3000; ++i) {
     verifier(premier_au_hasard(g, 21) * premier_au_hasard(g, 21) * premier_au_hasard(g, 21));

@@ -397,7 +397,7 @@ void verifier_deux_grands(const NTL::ZZ& p, const NTL::ZZ& q) {
   EXPECT_TRUE(*facteur == p || *facteur == q) << n;
 }
 
-TEST(DeuxGrandsPremiers, FactorsOfKnownPrimesFrom30To50Digits) {
+TEST(DeuxGrandsPremiersLent, FactorsOfKnownPrimesFrom30To50Digits) {
   NTL::SetSeed(NTL::ZZ(31));
   for (long bits = 50; bits <= 80; bits += 3) {
     verifier_deux_grands(NTL::GenPrime_ZZ(bits), NTL::GenPrime_ZZ(bits + 1));

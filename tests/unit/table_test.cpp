@@ -321,7 +321,7 @@ TEST(Consistency, TheWayToTheSameTableDoesNotMatter) {
 }
 
 // Lists across the windows of the sieve, against the plain sieve.
-TEST(Suites, AreThePrimesOneAfterTheOther) {
+TEST(SuitesEnNombre, AreThePrimesOneAfterTheOther) {
   const std::vector<std::int64_t> premiers = premiers_naifs(40'000'000);
   Table table;
   table.etendre_au_rang(taille(premiers));
