@@ -6,9 +6,11 @@ writes docs/performance.md, docs/performance.svg and the short tables of README.
     bench/mesurer.py --installer      installs those tools first (Debian packages)
     bench/mesurer.py --rapide         the short rows only, three runs each
     bench/mesurer.py --seulement '10\\^14|window'
+    bench/mesurer.py --continuer      without the rows that earlier runs measured of this program
 
-lignes*.py hold the rows, lanceur.py runs them, reponses.py reads the answers, rapport.py and
-graphique.py write. Nothing but the standard library is needed. The machine should be quiet.
+lignes*.py hold the rows, lanceur.py runs them, reponses.py reads the answers, reprise.py keeps what
+was measured for a run that continues, rapport.py and graphique.py write. Nothing but the standard
+library is needed. The machine should be quiet.
 """
 import argparse
 import json
@@ -29,6 +31,7 @@ from lignes_rangs import lignes_de_rangs  # noqa: E402
 from lignes_travaux import lignes_des_travaux  # noqa: E402
 from lignes_yafu import lignes_contre_yafu, lignes_contre_yafu_avx2  # noqa: E402
 from rapport import ecrire, ecrire_ailleurs, le_pair, machine, verdict  # noqa: E402
+from reprise import garder, reprendre  # noqa: E402
 
 RACINE = Path(__file__).resolve().parent.parent
 PAQUETS = ("primesieve-bin", "libprimesieve-dev", "primecount-bin", "pari-gp", "coreutils", "g++")
@@ -118,6 +121,8 @@ def lire_options():
     ajouter("--installer", action="store_true", help="install the tools first, by apt-get")
     ajouter("--rapide", action="store_true", help="only what takes a few seconds, three runs")
     ajouter("--seulement", default="", metavar="REGEX", help="only the rows that it matches")
+    ajouter("--continuer", action="store_true",
+            help="take the rows that earlier runs have measured, where nothing has changed")
     ajouter("--tres-longues", action="store_true", help="the count up to 2^63 - 1 too, and with "
             "--yafu the products of 90 and 95 digits (minutes each)")
     ajouter("--lancements", type=int, default=0, metavar="N", help="runs of each side (5)")
@@ -157,7 +162,8 @@ def main():
     lignes_machine = machine(options.primesieve_recent, rivaux_avx2.values())
     partiel = options.rapide or options.seulement
     voulus = options.lancements or (3 if options.rapide else 5)
-    faites = []
+    faites, repris = [], 0
+    gardees, programmes = aides / "mesures", (options.programme.resolve(), programme_avx2)
     with tempfile.TemporaryDirectory(prefix="mesurer-") as travail:
         outils = Outils(str(options.programme.resolve()), str(options.reference.resolve()), aides,
                         RACINE / "bench", Path(travail), options.primesieve_recent,
@@ -172,19 +178,23 @@ def main():
         prises, ecartees = choisir(lignes, options)
         for numero, ligne in enumerate(prises, 1):
             dire(f"{numero}/{len(prises)} {ligne.travail}")
-            try:
-                faites.append((ligne, mesurer(ligne, ligne.lancements or voulus, Path(travail))))
-            except MauvaiseReponse as faute:
-                sys.exit(f"mesurer: {faute}")
+            resultats = reprendre(gardees, ligne, programmes) if options.continuer else None
+            repris += resultats is not None
+            if resultats is None:
+                try:
+                    resultats = mesurer(ligne, ligne.lancements or voulus, Path(travail))
+                except MauvaiseReponse as faute:
+                    sys.exit(f"mesurer: {faute}")
+                garder(gardees, ligne, programmes, resultats)
+            faites.append((ligne, resultats))
             annoncer(*faites[-1])
+    if repris:
+        lignes_machine.append(f"Measured by earlier runs of the same program, to the byte: {repris} "
+                              "of the rows")
     dossier = options.sortie or (aides if partiel else RACINE / "docs")
     ecrire(dossier, faites, ecartees, lignes_machine)
     if dossier == RACINE / "docs":
         ecrire_ailleurs(RACINE, faites)
-    (aides / "mesures.json").write_text(json.dumps(
-        [{"work": ligne.travail, "sides": [vars(r) | {"mesures": [vars(m) for m in r.mesures]}
-                                           for r in resultats]}
-         for ligne, resultats in faites], indent=1))
     dire(f"written: {dossier / 'performance.md'}")
 
 
