@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The text of the screen, as it stands there (explications.h).
 #include "app/explications.h"
 
 #include <string_view>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The texts of the menu in the order of the screen, then where each choice leads.
 #include "app/menu.h"
 
 #include <string_view>

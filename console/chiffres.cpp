@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The slow half: the digits that are kept from now on, and a number that is too long to be kept.
 #include "console/chiffres.h"
 
 #include <algorithm>

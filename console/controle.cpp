@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+// The grammar of each mode: what a word says, if it is one (controle.h has the table). Then the
+// question itself, which is a loop around them.
 #include "console/controle.h"
 
 #include <string>

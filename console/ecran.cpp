@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// A text is copied up to each brace, and the number of that name written in its place.
 #include "console/ecran.h"
 
 #include <algorithm>

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+// Words out of a buffer of 64 KB. It is filled only when it is empty, and only after the writer has
+// been emptied, so that nobody waits before a prompt that is not there.
 #include "console/entree.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// What the line says at each width, longest first, then the bytes that draw it (ligne_de_vie.h).
 #include "console/ligne_de_vie.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The streams, the clock and the memory of `systeme`, under the names that a session asks for.
 #include "console/monde.h"
 
 #include <chrono>

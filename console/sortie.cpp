@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// When the buffer is emptied, and how texts and numbers come into it.
 #include "console/sortie.h"
 
 #include <algorithm>

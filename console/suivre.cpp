@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+// The clock of one piece of work: when to write out what is finished, when to draw, and the
+// witness that wipes the line at the end (suivre.h).
 #include "console/suivre.h"
 
 #include <atomic>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The texts of the consultation in the order of the screen, then its five selections.
 #include "features/affiche.h"
 
 #include <string_view>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The texts of the three choices in the order of the screen, then each choice.
 #include "features/concat.h"
 
 #include <algorithm>

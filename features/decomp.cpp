@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The texts, then the factors as they are printed: one by one, with their exponents.
 #include "features/decomp.h"
 
 #include <string_view>

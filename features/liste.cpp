@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The texts, then the list and the count.
 #include "features/liste.h"
 
 #include <string_view>

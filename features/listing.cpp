@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// A header that is held back until there is a first entry; then blocks of a hundred.
 #include "features/listing.h"
 
 #include "console/entrees.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The texts in the order of the screen, then the commands: K, -K, =K, =-K, * and a lone "=".
 #include "features/premier.h"
 
 #include <algorithm>

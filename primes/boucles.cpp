@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// One line for each loop; a loop that is missing here is missing from the tests.
 #include "primes/boucles.h"
 
 #include "primes/arithmetique/bits.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// What is smaller than a quarter of a large page comes from the ordinary heap.
 #include "systeme/grandes_pages.h"
 
 #include <new>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The processor is asked once; what the build allows at most is cut off here (processeur.h).
 #include "primes/arithmetique/processeur.h"
 
 #include <array>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The two loops, plain and with vectors (lot.h).
 #include "primes/compte/lot.h"
 
 #include <algorithm>

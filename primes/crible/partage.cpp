@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// First the border that time asks for, then what memory leaves of it (partage.h).
 #include "primes/crible/partage.h"
 
 #include <algorithm>

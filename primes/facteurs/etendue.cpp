@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The primes up to 10^7, made once, and the crossing off (etendue.h).
 #include "primes/facteurs/etendue.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The products are put together by the compiler; then one walk for each (petits_facteurs.h).
 #include "primes/facteurs/petits_facteurs.h"
 
 #include <array>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Horner's rule, plain and for four vectors of primes abreast (restes.h).
 #include "primes/facteurs/restes.h"
 
 #include <cassert>

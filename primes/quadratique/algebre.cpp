@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The elimination, group of columns by group of columns, then the members read off (algebre.h).
 #include "primes/quadratique/algebre.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The equation of avancement.h solved for r, by halving.
 #include "primes/quadratique/avancement.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The two products by tables of bytes; what is 64 x 64 goes bit by bit (blocs.h).
 #include "primes/quadratique/blocs.h"
 
 #include <bit>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The bounds that follow from the settings, and the loop: a polynomial, its candidates, relations.
 #include "primes/quadratique/campagne.h"
 
 #include <algorithm>

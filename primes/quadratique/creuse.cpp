@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Sorted lists of rows, and what adding modulo 2 makes of them.
 #include "primes/quadratique/creuse.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The two halves one after the other; where no factor comes of it, sieving goes on.
 #include "primes/quadratique/crible_quadratique.h"
 
 #include "primes/quadratique/avancement.h"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Neighbours as one list, trees breadth first, then a cycle for each edge left (cycles.h).
 #include "primes/quadratique/cycles.h"
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The value is divided in the order in which it is most often given up (division.h).
 #include "primes/quadratique/division.h"
 
 #include <algorithm>

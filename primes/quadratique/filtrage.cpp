@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The three rules of filtrage.h on a matrix with its transpose, then what is left, renumbered.
 #include "primes/quadratique/filtrage.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// An open table from primes to vertices, and the union of sets with halved paths.
 #include "primes/quadratique/graphe.h"
 
 namespace premiers::quadratique {

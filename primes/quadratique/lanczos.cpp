@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Choosing columns, a round, and what the last round leaves to an elimination (lanczos.h).
 #include "primes/quadratique/lanczos.h"
 
 #include <algorithm>

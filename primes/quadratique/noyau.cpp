@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Which way for which size, and the proof by multiplying back.
 #include "primes/quadratique/noyau.h"
 
 #include <cstdint>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Which rows are dense enough to be kept as bits, and the two products (produits.h).
 #include "primes/quadratique/produits.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Exponents are added up and halved; U and V are multiplied modulo n as they come.
 #include "primes/quadratique/racine.h"
 
 #include <algorithm>

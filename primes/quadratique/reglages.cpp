@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The table of the settings, and what stands between its lines.
 #include "primes/quadratique/reglages.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// An open table that knows a relation again by its u; the counts by kind.
 #include "primes/quadratique/relations.h"
 
 #include <algorithm>

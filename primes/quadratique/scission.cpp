@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The cases in the order of their cost: one prime, a prime too long, a square, two primes.
 #include "primes/quadratique/scission.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The move of the roots and the pouring into buckets, in three versions; then what reads them.
 #include "primes/quadratique/seaux.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// One loop for each number of times that a prime fits the array (tamis.h).
 #include "primes/quadratique/tamis.h"
 
 #include <algorithm>

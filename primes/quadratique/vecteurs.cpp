@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The plain loops, and their table of versions (vecteurs.h).
 #include "primes/quadratique/vecteurs.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// Growing by lines of 64 bytes, and the two searches (bits_gardes.h).
 #include "primes/rangs/bits_gardes.h"
 
 #include <algorithm>

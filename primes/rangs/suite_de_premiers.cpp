@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// One estimated interval after the other, while primes are missing (suite_de_premiers.h).
 #include "primes/rangs/suite_de_premiers.h"
 
 #include <algorithm>

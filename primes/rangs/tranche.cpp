@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// One stretch as bytes, then the walks upward and downward over such stretches.
 #include "primes/rangs/tranche.h"
 
 #include <algorithm>
