@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The exponents 2, 3, 5, 7, 9 ..., as far as the length allows; the library says whether a root is exact.
+// The exponents 2, 3, 5, 7, 9 ..., as far as the length allows; the library says whether a root is
+// exact.
 #include "primes/facteurs/puissance.h"
 
 #include <gmp.h>
