@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The matrix of the cycles, the check of every relation, then one root for each member of the kernel.
+// The matrix of the cycles, the check of every relation, then one root for each member of the
+// kernel.
 #include "primes/quadratique/resolution.h"
 
 #include <vector>
