@@ -10,8 +10,8 @@
 #include <cstdint>
 #include <span>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/facteurs/facteurs.h"
+#include "primes/suivi/suivi.h"
 #include "primes/table.h"
 
 namespace premiers {

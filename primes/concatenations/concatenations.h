@@ -12,8 +12,8 @@
 #include <span>
 #include <string_view>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/dette.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

@@ -31,9 +31,9 @@
 
 #include <optional>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/quadratique/reglages.h"
 #include "primes/quadratique/scission.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 
