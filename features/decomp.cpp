@@ -5,6 +5,7 @@
 
 #include "console/controle.h"
 #include "console/suivre.h"
+#include "primes/dette/decisions.h"
 #include "primes/facteurs/facteurs.h"
 
 namespace premiers {

@@ -10,6 +10,7 @@
 #include "console/suivre.h"
 #include "features/affiche.h"
 #include "features/listing.h"
+#include "primes/dette/dette.h"
 #include "state/enroule.h"
 
 namespace premiers {

@@ -2,7 +2,7 @@
 // Every value that outlives a routine. Nothing is reset when a feature returns to the menu.
 #pragma once
 
-#include "primes/dette.h"
+#include "primes/dette/dette.h"
 #include "primes/table.h"
 
 namespace premiers {

@@ -14,7 +14,6 @@
 #include <string_view>
 #include <vector>
 
-#include "primes/dette.h"
 #include "primes/suivi/suivi.h"
 
 namespace premiers {
