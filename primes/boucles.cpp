@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The list, one line for each loop; what it is for, boucles.h tells.
 #include "primes/boucles.h"
 
 #include "primes/arithmetique/bits.h"

@@ -41,8 +41,8 @@ struct Commun {
   /// Sieving some more does not advance the search by itself: the same part again, as a sign of life.
   const Suivi pendant_un_crible = [this](double) { dire_la_part(); };
 
-  /// Effect: how often progress is told. About what `Suivi` asks for (every few milliseconds); a tenth or
-  /// ten times as much would do.
+  /// Effect: how often progress is told, which is what `Suivi` asks for: every few milliseconds. A third
+  /// or three times as much would do; the unit is rough as well.
   static constexpr unsigned une_milliseconde = 20'000;
 };
 

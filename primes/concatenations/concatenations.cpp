@@ -40,9 +40,10 @@ void parcourir_la_recherche(Commun& commun) {
 
 /// How far primality is looked up beforehand: in proportion to the width of the range, so that the
 /// sieve never costs more than the search. With ten times as much, or a tenth, searches of 10^4 to
-/// 10^6 numbers of nine to twelve digits take up to a third longer; with a hundred times, four.
+/// 10^6 numbers of nine to twelve digits take up to a third longer; with a hundred times, four. The most
+/// is a matter of memory: 36 MB.
 std::uint64_t limite_des_decades(const Recherche& recherche) {
-  constexpr std::uint64_t plus_grande = std::uint64_t{1} << 30;  // 36 MB
+  constexpr std::uint64_t plus_grande = std::uint64_t{1} << 30;
   constexpr long par_nombre = 10;
   const NTL::ZZ largeur = recherche.fin - recherche.debut + 1;
   const NTL::ZZ limite = std::min(par_nombre * largeur, recherche.fin);

@@ -22,6 +22,8 @@ struct Recherche {
   /// Keep only the primes that have two ways at least; otherwise every number that has one.
   bool premiers_seuls;
 
+  /// Effect: how long the numbers may be, and some hundred kilobytes of memory. Sensible: more than the
+  /// 199 characters of the longest word that an operator can type.
   static constexpr std::size_t chiffres_max = 256;
 };
 

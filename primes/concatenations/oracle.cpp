@@ -11,7 +11,10 @@ namespace premiers {
 namespace {
 
 /// Whether sieving costs less than testing the numbers up to decade d, for so many numbers. A test
-/// takes about as long as the sieve takes for a hundred numbers, or for ten sieving primes.
+/// takes about as long as the sieve takes for a hundred numbers, or for ten sieving primes: `par_nombre`.
+/// With a tenth of it searches of 10^6 numbers of 15 digits take 1.8 times as long, with ten times as much
+/// the same. Narrower ranges than `au_moins` do not earn a sieve's preparation; with ten times as many
+/// searches of 10^5 numbers of 12 to 18 digits take 1.6 to 2.7 times as long, with a tenth the same.
 bool vaut_une_fenetre(std::uint64_t largeur, std::uint64_t d) {
   constexpr std::uint64_t au_moins = 100'000;
   constexpr double par_nombre = 100;
@@ -20,8 +23,9 @@ bool vaut_une_fenetre(std::uint64_t largeur, std::uint64_t d) {
          static_cast<double>(largeur) * par_nombre > racine;
 }
 
-/// The work of four tests, in the unit of `Commun::travailler`. Effect: how often progress is told; a
-/// word takes a microsecond at most, a long number a little more than its length in bits squared.
+/// The work of four tests, in the unit of `Commun::travailler`. Effect: how often progress is told and
+/// nothing else, so the order of magnitude is enough: a microsecond for words, two for each bit of long
+/// numbers, as they take at 100 to 300 bits.
 unsigned cout_des_tests(std::uint64_t) { return 20; }
 unsigned cout_des_tests(const NTL::ZZ& v) { return static_cast<unsigned>(NTL::NumBits(v)) * 40; }
 

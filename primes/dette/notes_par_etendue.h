@@ -38,8 +38,9 @@ struct NotesParEtendue {
 
  private:
   /// Effect: a stretch is 10^5 pieces at most. With fewer digits the primes up to 10^7 are gone
-  /// through more often, some milliseconds each time; with more, each pair of places takes more memory
-  /// than the cache has. Sensible: 4 to 6.
+  /// through more often, some milliseconds each time; with more, a stretch takes more memory than a cache
+  /// has. Sensible: 4 to 6. Searches of 10^5 numbers from 10^36, 10^40 and 10^60 on take 1.1 of the time
+  /// with 3 digits, 1.0 to 1.1 with 4, and 1.0 to 1.3 with 6.
   static constexpr std::size_t chiffres_mobiles = 5;
   /// The factors of the pieces with these leading digits, the last five being `debut` and so on.
   struct Tranche {
