@@ -7,6 +7,7 @@
 
 #include "primes/concatenations/concatenations.h"
 #include "primes/concatenations/decoupe.h"
+#include "primes/dette/recherche.h"
 
 namespace premiers {
 namespace {
@@ -16,8 +17,10 @@ void chercher(benchmark::State& etat, const char* debut, long largeur, bool prem
   const NTL::ZZ de = NTL::conv<NTL::ZZ>(debut);
   for (auto _ : etat) {
     Dette dette;
-    benchmark::DoNotOptimize(
-        chercher_concatenations({de, de + largeur - 1, premiers_seuls}, {}, dette));
+    const Recherche recherche{de, de + largeur - 1, premiers_seuls};
+    NotesDeRecherche notes(dette, recherche);
+    benchmark::DoNotOptimize(chercher_concatenations(recherche, {}, notes.examens()));
+    noter_recherche(dette, notes);
   }
   etat.SetItemsProcessed(etat.iterations() * largeur);
 }

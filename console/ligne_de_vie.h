@@ -18,7 +18,7 @@
 #include <string_view>
 
 #include "console/ligne.h"
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/etape.h"
 
 namespace premiers {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "console/session.h"
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

@@ -6,13 +6,15 @@
 #include <charconv>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "console/controle.h"
 #include "console/ecran.h"
 #include "console/suivre.h"
 #include "primes/concatenations/concatenations.h"
 #include "primes/concatenations/decoupe.h"
-#include "primes/concatenations/dette_morceaux.h"
+#include "primes/dette/morceaux.h"
+#include "primes/dette/recherche.h"
 
 namespace premiers {
 
@@ -80,12 +82,13 @@ void ecrire_chemins(Session& s, const Decoupe& decoupe) {
 }
 
 /// Asks the bounds until the first is not above the second.
-void demander_bornes(Session& s, Recherche& recherche) {
-  do {
-    recherche.debut = demander_grand_nombre(s, texte::inferieure);
+Recherche demander_recherche(Session& s, bool premiers_seuls) {
+  for (;;) {
+    NTL::ZZ debut = demander_grand_nombre(s, texte::inferieure);
     s.sortie << texte::entre_les_deux;
-    recherche.fin = demander_grand_nombre(s, texte::superieure);
-  } while (recherche.debut > recherche.fin);
+    NTL::ZZ fin = demander_grand_nombre(s, texte::superieure);
+    if (debut <= fin) return {std::move(debut), std::move(fin), premiers_seuls};
+  }
 }
 
 void ecrire_grands(Sortie& sortie, std::string_view tete, std::span<const NTL::ZZ, 10> effectifs) {
@@ -138,16 +141,16 @@ void concatN(Session& s) {
 }
 
 void Nconcat(Session& s, bool premiers_seuls) {
-  Recherche recherche{};
-  recherche.premiers_seuls = premiers_seuls;
-  demander_bornes(s, recherche);
+  const Recherche recherche = demander_recherche(s, premiers_seuls);
   const bool liste = demander_choix(s, Cas::oui_non, texte::effectif_seulement) == 0;
   if (liste) {
     s.sortie << texte::entre << recherche.debut << texte::et << recherche.fin << texte::conviennent;
   }
+  NotesDeRecherche notes(s.etat.dette, recherche);
   const std::uint64_t w2 =
-      chercher_concatenations(recherche, liste ? ecrire_liste(s.sortie) : Gardes{}, s.etat.dette,
+      chercher_concatenations(recherche, liste ? ecrire_liste(s.sortie) : Gardes{}, notes.examens(),
                               suivre(s, texte::travail));
+  noter_recherche(s.etat.dette, notes);
   s.sortie << texte::il_y_a << static_cast<std::int64_t>(w2) << texte::nombres
            << (recherche.premiers_seuls ? texte::premiers_de_ce_type : texte::de_ce_type);
   if (liste) dessiner(s.sortie, texte::entre_crochet);

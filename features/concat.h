@@ -12,8 +12,8 @@ void concat(Session& s);
 /// Lists every way to cut the digits of N into consecutive primes, for N after N.
 void concatN(Session& s);
 
-/// Searches a range, once: for any numbers, or with choice 3 of the menu for primes that are the
-/// concatenation of at least two others.
-void Nconcat(Session& s);
+/// Searches a range, once: for any numbers, or (`premiers_seuls`) for primes that are the concatenation
+/// of at least two others.
+void Nconcat(Session& s, bool premiers_seuls);
 
 }  // namespace premiers

@@ -6,6 +6,7 @@
 
 #include "console/controle.h"
 #include "console/suivre.h"
+#include "primes/dette/decisions.h"
 #include "primes/facteurs/facteurs.h"
 
 namespace premiers {

@@ -7,7 +7,7 @@
 #include "console/controle.h"
 #include "console/entrees.h"
 #include "console/suivre.h"
-#include "primes/prem.h"
+#include "primes/dette/decisions.h"
 #include "primes/rangs/intervalle.h"
 
 namespace premiers {
@@ -42,16 +42,21 @@ std::int64_t lister(Session& s, Intervalle bornes) {
   return effectif;
 }
 
+/// Asks the bounds until the first is not above the second.
+Intervalle demander_bornes(Session& s) {
+  for (;;) {
+    const std::int64_t debut = demander_nombre(s, Cas::borne, texte::inferieure);
+    s.sortie << texte::entre_les_deux;
+    const std::int64_t fin = demander_nombre(s, Cas::borne, texte::superieure);
+    if (debut <= fin) return {debut, fin};
+  }
+}
+
 }  // namespace
 
 void liste(Session& s) {
-  Intervalle bornes{};
   s.sortie << texte::debut;
-  do {
-    bornes.debut = demander_nombre(s, Cas::borne, texte::inferieure);
-    s.sortie << texte::entre_les_deux;
-    bornes.fin = demander_nombre(s, Cas::borne, texte::superieure);
-  } while (bornes.fin < bornes.debut);
+  const Intervalle bornes = demander_bornes(s);
   const bool effectif_seulement = demander_choix(s, Cas::oui_non, texte::effectif_seulement) == 1;
 
   std::int64_t effectif = 0;

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "console/session.h"
-#include "primes/arithmetique/suivi.h"
 #include "primes/rangs/suite_de_premiers.h"
+#include "primes/suivi/suivi.h"
 #include "primes/table.h"
 
 namespace premiers {

@@ -11,6 +11,7 @@
 #include "console/suivre.h"
 #include "features/affiche.h"
 #include "features/listing.h"
+#include "primes/dette/dette.h"
 #include "state/enroule.h"
 
 namespace premiers {

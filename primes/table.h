@@ -17,9 +17,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/rangs/bits_gardes.h"
 #include "primes/rangs/suite_de_premiers.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Every value that outlives a routine. Nothing is reset when a feature returns to the menu.
+// Every value that outlives a routine, and nothing else: what a question is answered comes back as a value
+// (`Reponse`, console/controle.h). Nothing is reset when a feature returns to the menu.
 #pragma once
 
-#include "primes/dette.h"
+#include "primes/dette/dette.h"
 #include "primes/table.h"
 
 namespace premiers {

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

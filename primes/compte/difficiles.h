@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/compte/tables.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

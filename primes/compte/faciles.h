@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "primes/arithmetique/processeur.h"
-#include "primes/arithmetique/suivi.h"
 #include "primes/compte/tables.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

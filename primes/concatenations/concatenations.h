@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The numbers of a range whose digits can be cut into consecutive primes, each with its number of
-// ways. The method and its costs are told in parcours.h, the start entry that a search carries from
-// one number to the next in report.h.
+// ways. The method and its costs are told in parcours.h, the three ways to keep a number in examen.h, the
+// start entry that a search carries from one number to the next in report.h.
 #pragma once
 
 #include <NTL/ZZ.h>
@@ -12,8 +12,7 @@
 #include <span>
 #include <string_view>
 
-#include "primes/arithmetique/suivi.h"
-#include "primes/dette.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 
@@ -23,6 +22,8 @@ struct Recherche {
   /// Keep only the primes that have two ways at least; otherwise every number that has one.
   bool premiers_seuls;
 
+  /// Effect: how long the numbers may be, and some hundred kilobytes of memory. Sensible: more than the
+  /// 199 characters of the longest word that an operator can type.
   static constexpr std::size_t chiffres_max = 256;
 };
 
@@ -34,9 +35,20 @@ struct Gardes {
   std::function<void(std::string_view tete, std::span<const NTL::ZZ, 10> effectifs)> grands;
 };
 
-/// Searches the range; gives how many numbers are kept. Notes what dividing each of its numbers,
-/// and the pieces of each that is examined, obliges the table of primes to.
+/// Which pieces of a number the plain search divides.
+enum class Morceaux {
+  nombre_entier,  ///< none but the number itself
+  du_debut,       ///< those that begin at its first digit
+  tous,
+};
+
+/// Hears of every number of the range, in order, which of its pieces the plain search divides; the
+/// first `communs` digits are those of the number before. May be empty.
+using Examens =
+    std::function<void(std::string_view chiffres, std::size_t communs, Morceaux morceaux)>;
+
+/// Searches the range; gives how many numbers are kept.
 std::uint64_t chercher_concatenations(const Recherche& recherche, const Gardes& gardes,
-                                      Dette& dette, const Suivi& suivi = {});
+                                      const Examens& examens = {}, const Suivi& suivi = {});
 
 }  // namespace premiers

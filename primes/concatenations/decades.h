@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "primes/arithmetique/roue.h"
-#include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

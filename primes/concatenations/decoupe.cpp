@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The tests of all pieces and the sum from the last digit backward; why so, decoupe.h tells.
 #include "primes/concatenations/decoupe.h"
 
 #include "primes/arithmetique/zz.h"

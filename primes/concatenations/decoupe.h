@@ -14,8 +14,7 @@
 #include <string_view>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
-#include "primes/dette.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

@@ -19,66 +19,41 @@
 // the last digit only, one for each prime piece that ends with it.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
-#include "primes/concatenations/ensemble.h"
+#include "primes/concatenations/tailles.h"
 
 namespace premiers {
 
 /// The entry, and the pieces of the number in hand: those that end with its m-th digit are told
 /// when that digit is set, as the set of the cuts where they begin.
-template <typename Compte, std::size_t chiffres_max>
+template <typename Taille>
 struct Report {
-  using Coupures = Ensemble<chiffres_max + 1>;
+  using Compte = typename Taille::Compte;
+  using Morceaux = Coupures<Taille>;
 
   /// The m-th digit, m >= 1, is set, and ends these prime pieces.
-  void fixer(std::size_t m, const Coupures& morceaux) {
-    morceaux_[m] = morceaux;
-    premiers_departs_[m] = std::min(premiers_departs_[m - 1], morceaux.premier());
-  }
+  void fixer(std::size_t m, const Morceaux& morceaux);
 
   /// Another ten numbers of n digits follow: all digits but the last are set.
-  void commencer_dizaine(std::size_t n) {
-    n_ = n;
-    couverts_communs_ = false;
-  }
+  void commencer_dizaine(std::size_t n);
 
   /// The ways of a number none of whose beginnings is prime, when an entry is carried over;
   /// `derniers` are its prime pieces that end with the last digit. `entree` becomes false if the
   /// number leaves no entry. In the words above, s = depart + 1.
-  Compte chemins(const Coupures& derniers, bool& entree) {
-    const std::size_t depart = std::min(premiers_departs_[n_ - 1], derniers.premier());
-    entree = depart != Coupures::aucun;
-    if (derniers.premier() == Coupures::aucun) return Compte(0);
-    // Most of the ten numbers differ in nothing but the last step.
-    const bool comme_les_autres = depart == premiers_departs_[n_ - 1] && !derniers.contient(depart);
-    if (!comme_les_autres || !couverts_communs_) {
-      morceaux_[n_] = derniers;
-      couvrir(depart);
-    }
-    couverts_communs_ = comme_les_autres;
-    Compte chemins(0);
-    derniers.pour_chaque(depart + 1, [&](std::size_t j) { chemins += couverts_[j]; });
-    return chemins;
-  }
+  Compte chemins(const Morceaux& derniers, bool& entree);
 
  private:
-  /// couverts_[m] = W[m] for s <= m < n.
-  void couvrir(std::size_t depart) {
-    const std::size_t s = depart + 1;
-    for (std::size_t m = s; m < n_; ++m) {
-      couverts_[m] = depart + m <= n_ && morceaux_[depart + m].contient(depart) ? 1 : 0;
-      morceaux_[m].pour_chaque(s, [&](std::size_t j) { couverts_[m] += couverts_[j]; });
-    }
-  }
+  void couvrir(std::size_t depart);
+
+  static constexpr std::size_t places = Taille::chiffres_max + 1;
 
   std::size_t n_ = 0;
-  std::array<Coupures, chiffres_max + 1> morceaux_{};
+  std::array<Morceaux, places> morceaux_{};
   /// The first cut where a prime piece among the first m digits begins.
-  std::array<std::size_t, chiffres_max + 1> premiers_departs_{Coupures::aucun};
-  std::array<Compte, chiffres_max + 1> couverts_{};
+  std::array<std::size_t, places> premiers_departs_{Morceaux::aucun};
+  std::array<Compte, places> couverts_{};
   bool couverts_communs_ = false;  // couverts_ is right for those of the ten that add no start
 };
 

@@ -17,11 +17,11 @@
 #include <memory>
 #include <span>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible_grand.h"
 #include "primes/crible/crible_moyen.h"
 #include "primes/crible/crible_petit.h"
 #include "primes/crible/premiers_cribleurs.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

@@ -16,7 +16,7 @@
 #include <limits>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

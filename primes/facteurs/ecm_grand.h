@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/facteurs/ecm_lucas.h"
 #include "primes/facteurs/ecm_rangees.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers::ecm {
 

@@ -12,10 +12,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_grand.h"
 #include "primes/facteurs/huit.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers::ecm {
 

@@ -19,8 +19,8 @@
 #include <utility>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/facteurs/ecm.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers::ecm {
 

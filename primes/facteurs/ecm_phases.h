@@ -25,11 +25,11 @@
 #include <vector>
 
 #include "primes/arithmetique/entier_long.h"
-#include "primes/arithmetique/suivi.h"
 #include "primes/arithmetique/zz.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_lucas.h"
 #include "primes/facteurs/ecm_rangees.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers::ecm {
 

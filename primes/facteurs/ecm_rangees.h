@@ -15,7 +15,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers::ecm {
 

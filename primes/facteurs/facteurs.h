@@ -4,22 +4,18 @@
 
 #include <NTL/ZZ.h>
 
-#include <cstdint>
 #include <vector>
 
-#include "primes/arithmetique/suivi.h"
+#include "primes/facteurs/facteur.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
-
-struct Facteur {
-  NTL::ZZ premier;
-  std::int64_t exposant;
-};
 
 /// Prime powers in increasing order of the primes.
 using Facteurs = std::vector<Facteur>;
 
-/// The prime powers whose product is N, 1 <= N < 2^700 (std::length_error beyond); none for 1. Every factor is proven prime.
+/// The prime powers whose product is N, 1 <= N < 2^700 (std::length_error beyond); none for 1. Every
+/// factor is proven prime.
 Facteurs decomposer(const NTL::ZZ& N, const Suivi& suivi = {});
 
 }  // namespace premiers

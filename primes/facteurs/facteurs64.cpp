@@ -49,7 +49,7 @@ std::uint64_t diviser(std::uint64_t n, unsigned courbes) {
   return facteur_rho(Montgomery64{n});
 }
 
-void noter(Facteurs64& f, std::uint64_t p, unsigned exposant) {
+void noter(Facteurs64& f, std::uint64_t p, std::int64_t exposant) {
   std::size_t i = f.nombre;
   while (i > 0 && f.puissances[i - 1].premier > p) --i;
   if (i > 0 && f.puissances[i - 1].premier == p) {
@@ -72,7 +72,7 @@ std::uint64_t diviser_par_les_petits(Facteurs64& f, std::uint64_t n) {
     for (std::size_t j = i; j < i + lot; ++j) {
       const PetitDiviseur& d = diviseurs[j];
       if (!d.divise(n)) continue;
-      unsigned exposant = 0;
+      std::int64_t exposant = 0;
       do {
         n = d.quotient(n);
         ++exposant;
@@ -95,7 +95,7 @@ Facteurs64 facteurs(std::uint64_t n, unsigned courbes) {
   Facteurs64 f;
   if (n < 2) return f;
   const int deux = std::countr_zero(n);
-  if (deux > 0) noter(f, 2, static_cast<unsigned>(deux));
+  if (deux > 0) noter(f, 2, deux);
   n >>= deux;
   n = diviser_par_les_petits(f, n);
   if (n > 1) decomposer(f, n, courbes);

@@ -6,24 +6,19 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace premiers {
+#include "primes/facteurs/facteur.h"
 
-/// premier^exposant.
-struct Puissance {
-  std::uint64_t premier;
-  unsigned exposant;
-  friend bool operator==(const Puissance&, const Puissance&) = default;
-};
+namespace premiers {
 
 /// The prime powers of an integer, by increasing prime.
 struct Facteurs64 {
   static constexpr std::size_t capacite = 15;
-  std::array<Puissance, capacite> puissances{};
+  std::array<Facteur64, capacite> puissances{};
   std::size_t nombre = 0;
 
-  const Puissance* begin() const { return puissances.data(); }
-  const Puissance* end() const { return puissances.data() + nombre; }
-  const Puissance& operator[](std::size_t i) const { return puissances[i]; }
+  const Facteur64* begin() const { return puissances.data(); }
+  const Facteur64* end() const { return puissances.data() + nombre; }
+  const Facteur64& operator[](std::size_t i) const { return puissances[i]; }
 };
 
 /// All prime factors of n, with certainty, for every n. Empty for 0 and 1.

@@ -9,7 +9,7 @@
 #include <optional>
 
 #include "primes/arithmetique/processeur.h"
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

@@ -21,9 +21,9 @@
 #include <vector>
 
 #include "primes/arithmetique/entier_long.h"
-#include "primes/arithmetique/suivi.h"
 #include "primes/facteurs/ecm_phases.h"
 #include "primes/facteurs/ecm_rangees.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers::ecm {
 

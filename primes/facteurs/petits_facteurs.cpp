@@ -61,8 +61,8 @@ std::int64_t retirer(NTL::ZZ& n, std::uint64_t p) {
 
 }  // namespace
 
-std::vector<PetitFacteur> retirer_petits_facteurs(NTL::ZZ& n) {
-  std::vector<PetitFacteur> trouves;
+std::vector<Facteur64> retirer_petits_facteurs(NTL::ZZ& n) {
+  std::vector<Facteur64> trouves;
   const long deux = NTL::MakeOdd(n);
   if (deux > 0) trouves.push_back({2, deux});
   for (const Lot& lot : lots) {

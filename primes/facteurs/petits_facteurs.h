@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "primes/facteurs/facteur.h"
+
 namespace premiers {
 
 /// Every prime factor below this is taken out: 304 primes in a microsecond for 20 to 40 digits.
@@ -19,13 +21,8 @@ namespace premiers {
 /// as long as several of its curves.
 inline constexpr std::uint64_t borne_petits_facteurs = 2011;
 
-struct PetitFacteur {
-  std::uint64_t premier;
-  std::int64_t exposant;
-};
-
 /// Divides n >= 1 by its prime factors below borne_petits_facteurs, as often as they go, and gives
 /// them by increasing prime.
-std::vector<PetitFacteur> retirer_petits_facteurs(NTL::ZZ& n);
+std::vector<Facteur64> retirer_petits_facteurs(NTL::ZZ& n);
 
 }  // namespace premiers

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
-#include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

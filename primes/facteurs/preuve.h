@@ -5,7 +5,7 @@
 
 #include <NTL/ZZ.h>
 
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

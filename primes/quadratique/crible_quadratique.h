@@ -11,7 +11,8 @@
 // The pieces, in the order in which a factorisation lives them:
 //   reglages    how large everything is taken, by the size of n
 //   base        the multiplier k and the factor base
-//   polynome    families of polynomials and their roots
+//   coefficients, famille, polynome
+//               polynomials: which a, all b of one a, one after the other with their roots
 //   tamis       the sieve array: where is a value probably smooth?
 //   campagne    the first half, sieving and gathering, of all these and the next three:
 //   division    dividing these values by the base
@@ -31,9 +32,9 @@
 
 #include <optional>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/quadratique/reglages.h"
 #include "primes/quadratique/scission.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

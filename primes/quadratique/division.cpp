@@ -52,7 +52,7 @@ Division::Division(const Base& base_, const Tamis& tamis_, double bits_reste_)
 
 bool Division::diviser(const Polynomes& polynomes, Candidat candidat) {
   const std::int64_t x = static_cast<std::int64_t>(candidat.position) - polynomes.demi;
-  const Entier256 ax_b = somme(produit(polynomes.a, x), polynomes.b);
+  const Entier256 ax_b = somme(produit(polynomes.famille.a, x), polynomes.b);
   Entier256 q = somme(produit(ax_b, x), polynomes.c);
   std::vector<std::uint32_t>& facteurs = valeur.facteurs;
   facteurs.clear();
@@ -79,13 +79,15 @@ bool Division::diviser(const Polynomes& polynomes, Candidat candidat) {
   reperer(fin_petits, tamis.fin);
   tamis.seaux.diviseurs(polynomes.rang, candidat.position, trouves);
   for (; vus < trouves.size(); ++vus) retirer(*this, r, trouves[vus]);
-  for (const std::size_t i : polynomes.facteurs) retirer(*this, r, static_cast<std::uint32_t>(i));
+  for (const std::size_t i : polynomes.famille.facteurs)
+    retirer(*this, r, static_cast<std::uint32_t>(i));
   if (r.mots > 1) return false;
   valeur.reste = r.v.mot[0];
   // (2ax + b)^2 = 4 a Q
-  facteurs.insert(facteurs.end(), polynomes.facteurs.begin(), polynomes.facteurs.end());
+  facteurs.insert(facteurs.end(), polynomes.famille.facteurs.begin(),
+                  polynomes.famille.facteurs.end());
   facteurs.insert(facteurs.end(), 2, 1);
-  const Entier256 u = somme(ax_b, produit(polynomes.a, x));
+  const Entier256 u = somme(ax_b, produit(polynomes.famille.a, x));
   valeur.u = negatif(u) ? oppose(u) : u;
   return true;
 }

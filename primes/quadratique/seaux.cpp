@@ -203,7 +203,7 @@ void Seaux::remplir(Polynomes& polynomes) {
     for (std::size_t i = tranches[t].debut; i < tranches[t].fin; i += troncon) {
       for (std::size_t k = 0; k < nombre; ++k) {
         const Mouvement mouvement =
-            polynomes.mouvement(polynomes.rang + static_cast<std::uint32_t>(k));
+            polynomes.famille.mouvement(polynomes.rang + static_cast<std::uint32_t>(k));
         const Deplacement deplacement{polynomes.racine_1.data() + i,
                                       polynomes.racine_2.data() + i,
                                       mouvement.pas + i,

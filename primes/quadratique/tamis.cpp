@@ -120,7 +120,7 @@ const std::vector<Candidat>& Tamis::cribler(Polynomes& polynomes, std::uint32_t 
   const std::uint32_t depart = 128 - seuil;
   std::uint8_t* const octets = lignes[0].octets;
   std::memset(octets, static_cast<int>(depart), longueur);
-  for (const std::size_t i : polynomes.facteurs) poids[i] = 0;
+  for (const std::size_t i : polynomes.famille.facteurs) poids[i] = 0;
   const Vue vue{octets,
                 longueur,
                 base.premier.data(),
@@ -129,7 +129,7 @@ const std::vector<Candidat>& Tamis::cribler(Polynomes& polynomes, std::uint32_t 
                 polynomes.racine_2.data()};
   cribler_petits(vue, debut, paliers[deroules + 1]);
   cribler_paliers<deroules>(vue, paliers);
-  for (const std::size_t i : polynomes.facteurs) poids[i] = base.poids[i];
+  for (const std::size_t i : polynomes.famille.facteurs) poids[i] = base.poids[i];
   if (polynomes.rang % Seaux::lot == 0) seaux.remplir(polynomes);
   seaux.ajouter(polynomes.rang, octets);
 

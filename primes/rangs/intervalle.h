@@ -11,8 +11,8 @@
 #include <optional>
 #include <span>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/crible/crible.h"
+#include "primes/suivi/suivi.h"
 #include "systeme/grandes_pages.h"
 
 namespace premiers {

@@ -11,9 +11,9 @@
 #include <optional>
 #include <span>
 
-#include "primes/arithmetique/suivi.h"
 #include "primes/rangs/bits_gardes.h"
 #include "primes/rangs/intervalle.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

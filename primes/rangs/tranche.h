@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-#include "primes/arithmetique/suivi.h"
+#include "primes/suivi/suivi.h"
 
 namespace premiers {
 

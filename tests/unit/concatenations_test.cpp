@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "concat_modele.h"
+#include "primes/dette/recherche.h"
 #include "primes/facteurs/facteurs.h"
 
 namespace premiers {
@@ -19,6 +20,15 @@ namespace {
 
 using NTL::ZZ;
 using Liste = std::vector<std::pair<std::string, std::string>>;  // number, ways
+
+/// Searches and notes, as the dialogue does.
+std::uint64_t chercher_et_noter(const Recherche& recherche, const Gardes& gardes, Dette& dette,
+                                const Suivi& suivi = {}) {
+  NotesDeRecherche notes(dette, recherche);
+  const std::uint64_t effectif = chercher_concatenations(recherche, gardes, notes.examens(), suivi);
+  noter_recherche(dette, notes);
+  return effectif;
+}
 
 struct Resultat {
   Liste liste;
@@ -38,14 +48,13 @@ Resultat chercher(const ZZ& debut, const ZZ& fin, bool premiers_seuls) {
     }
   };
   Dette dette;
-  r.effectif = chercher_concatenations({debut, fin, premiers_seuls}, {garder, garder}, dette);
+  r.effectif = chercher_et_noter({debut, fin, premiers_seuls}, {garder, garder}, dette);
   r.borne_due = dette.borne_due;
   return r;
 }
 
 std::uint64_t compter(const ZZ& debut, const ZZ& fin, bool premiers_seuls) {
-  Dette dette;
-  return chercher_concatenations({debut, fin, premiers_seuls}, {}, dette);
+  return chercher_concatenations({debut, fin, premiers_seuls}, {});
 }
 
 /// The search, number by number; `prem` is asked for each number and each piece in turn.
@@ -422,10 +431,9 @@ TEST(Concatenations, AnEntryIsCarriedOverAmongNumbersOf150Digits) {
 }
 
 TEST(Concatenations, RefusesWhatIsNoRange) {
-  Dette dette;
-  EXPECT_THROW(chercher_concatenations({ZZ(0), ZZ(5), false}, {}, dette), std::invalid_argument);
-  EXPECT_THROW(chercher_concatenations({ZZ(6), ZZ(5), false}, {}, dette), std::invalid_argument);
-  EXPECT_THROW(chercher_concatenations({ZZ(1), NTL::power_ZZ(10, 256), false}, {}, dette),
+  EXPECT_THROW(chercher_concatenations({ZZ(0), ZZ(5), false}, {}), std::invalid_argument);
+  EXPECT_THROW(chercher_concatenations({ZZ(6), ZZ(5), false}, {}), std::invalid_argument);
+  EXPECT_THROW(chercher_concatenations({ZZ(1), NTL::power_ZZ(10, 256), false}, {}),
                std::invalid_argument);
 }
 
@@ -438,13 +446,14 @@ TEST(Concatenations, ProgressRisesAndAbandonedWorkLeavesNoNote) {
     derniere = part;
   };
   const ZZ debut = NTL::power_ZZ(10, 30);
-  chercher_concatenations({debut, debut + 300, false}, {}, dette, suivi);
+  chercher_et_noter({debut, debut + 300, false}, {}, dette, suivi);
+  EXPECT_GT(dette.borne_due, Dette{}.borne_due);
   EXPECT_GT(derniere, 0);
   struct Assez {};
   Dette intacte;
-  EXPECT_THROW(chercher_concatenations({debut, debut + 300, false}, {}, intacte,
-                                       [](double) { throw Assez{}; }),
-               Assez);
+  EXPECT_THROW(
+      chercher_et_noter({debut, debut + 300, false}, {}, intacte, [](double) { throw Assez{}; }),
+      Assez);
   EXPECT_EQ(intacte.borne_due, Dette{}.borne_due);
 }
 

@@ -293,7 +293,7 @@ TEST(CribleQuadratiquePolynomes, EveryRootOfEveryPolynomialIsOne) {
   quadratique::Polynomes polynomes(base, reglages);
   for (int i = 0; i < 100; ++i) {
     ASSERT_TRUE(polynomes.suivant());
-    const NTL::ZZ a = quadratique::grand_entier(polynomes.a);
+    const NTL::ZZ a = quadratique::grand_entier(polynomes.famille.a);
     const NTL::ZZ b = quadratique::grand_entier(polynomes.b);
     const NTL::ZZ c = quadratique::grand_entier(polynomes.c);
     EXPECT_EQ(b * b - 4 * a * c, base.kn);
@@ -323,15 +323,16 @@ TEST(CribleQuadratiquePolynomesLent, CoefficientsHaveTheWishedSizeAndAreNeverThe
     const std::size_t familles = bits < 100 ? 50 : bits < 300 ? 100 : 8;
     double ecart = 0;
     for (std::size_t i = 0; i < familles; ++i) {
-      polynomes.rang = (std::uint32_t{1} << (polynomes.nombre - 1)) - 1;  // the last of its family
+      polynomes.rang =
+          (std::uint32_t{1} << (polynomes.coefficients.nombre - 1)) - 1;  // the last of its family
       ASSERT_TRUE(polynomes.suivant()) << bits << ", " << i;
-      const NTL::ZZ a = quadratique::grand_entier(polynomes.a);
+      const NTL::ZZ a = quadratique::grand_entier(polynomes.famille.a);
       const NTL::ZZ b = quadratique::grand_entier(polynomes.b);
       EXPECT_TRUE(vus.insert(texte(a)).second) << bits << ", " << i;
       EXPECT_EQ(b * b - 4 * a * quadratique::grand_entier(polynomes.c), base.kn);
-      EXPECT_EQ(polynomes.facteurs.size(), polynomes.nombre);
-      EXPECT_LT(polynomes.facteurs.back(), tamis.fin);  // the buckets hold no prime of a
-      ecart += std::abs(NTL::log(a) / std::log(2.0) - polynomes.taille_a);
+      EXPECT_EQ(polynomes.famille.facteurs.size(), polynomes.coefficients.nombre);
+      EXPECT_LT(polynomes.famille.facteurs.back(), tamis.fin);  // the buckets hold no prime of a
+      ecart += std::abs(NTL::log(a) / std::log(2.0) - polynomes.coefficients.taille);
     }
     EXPECT_LT(ecart / static_cast<double>(vus.size()), bits < 100 ? 1 : 0.3) << bits;
   }
@@ -350,7 +351,7 @@ struct PetitCrible {
   /// The indices of the primes from `debut` on, but those of a, that divide at that position.
   std::vector<std::uint32_t> diviseurs(std::size_t debut, std::uint32_t position) const {
     const NTL::ZZ x = NTL::to_ZZ(position) - NTL::to_ZZ(polynomes.demi);
-    const NTL::ZZ a = quadratique::grand_entier(polynomes.a);
+    const NTL::ZZ a = quadratique::grand_entier(polynomes.famille.a);
     const NTL::ZZ q = (a * x + quadratique::grand_entier(polynomes.b)) * x +
                       quadratique::grand_entier(polynomes.c);
     std::vector<std::uint32_t> liste;

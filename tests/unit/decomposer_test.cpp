@@ -17,9 +17,6 @@
 namespace premiers {
 
 // For the messages of a failing test.
-bool operator==(const Facteur& a, const Facteur& b) {
-  return a.premier == b.premier && a.exposant == b.exposant;
-}
 void PrintTo(const Facteur& f, std::ostream* os) { *os << f.premier << '^' << f.exposant; }
 
 namespace {

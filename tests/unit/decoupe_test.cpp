@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "concat_modele.h"
-#include "primes/concatenations/dette_morceaux.h"
+#include "primes/dette/morceaux.h"
 
 namespace premiers {
 namespace {

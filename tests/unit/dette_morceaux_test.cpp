@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The notes of pieces, found for stretches of numbers together, against the note of each piece.
-#include "primes/concatenations/dette_morceaux.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 
 #include "concat_modele.h"
+#include "primes/dette/decisions.h"
+#include "primes/dette/morceaux.h"
 #include "primes/facteurs/etendue.h"
-#include "primes/prem.h"
 
 namespace premiers {
 namespace {
@@ -25,7 +24,7 @@ std::size_t communs(const std::string& a, const std::string& b) {
 void noter_tout(Dette& dette, const std::string& chiffres) {
   for (std::size_t t = 0; t < chiffres.size(); ++t) {
     for (std::size_t u = 1; u <= chiffres.size() - t; ++u) {
-      noter_division(dette, valeur_des_chiffres(std::string_view(chiffres).substr(t, u)));
+      noter_prem(dette, valeur_des_chiffres(std::string_view(chiffres).substr(t, u)));
     }
   }
 }
@@ -38,8 +37,7 @@ void comparer(const ZZ& debut, std::uint64_t nombre) {
   std::string avant;
   for (std::uint64_t i = 0; i < nombre; ++i) {
     const std::string chiffres = modele::texte(debut + static_cast<long>(i));
-    morceaux.changer(communs(avant, chiffres));
-    morceaux.noter(chiffres, Morceaux::tous);
+    morceaux.noter(chiffres, Morceaux::tous, communs(avant, chiffres));
     noter_tout(attendue, chiffres);
     ASSERT_EQ(dette.borne_due, attendue.borne_due) << chiffres;
     avant = chiffres;

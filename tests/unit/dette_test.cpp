@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What a decision by division would have left in the table of primes: each rule against division
 // itself, prime after prime, for every N up to 20,000 and for larger ones.
-#include "primes/dette.h"
+#include "primes/dette/dette.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +11,8 @@
 #include <limits>
 #include <vector>
 
+#include "primes/dette/decisions.h"
+#include "primes/facteurs/facteurs.h"
 #include "primes/prem.h"
 #include "primes/rangs/intervalle.h"
 
@@ -101,12 +103,10 @@ TEST_F(DetteEnNombre, PremOfEveryNumber) {
   for (std::int64_t S = 0; S <= jusqu; ++S) {
     bool attendu = false;
     const std::int64_t np = apres([&] { attendu = division.prem(S); });
+    ASSERT_EQ(prem(NTL::ZZ(S)), attendu) << S;
     Dette dette;
-    ASSERT_EQ(prem(NTL::ZZ(S), dette), attendu) << S;
+    noter_prem(dette, NTL::ZZ(S));
     ASSERT_EQ(np_paye(dette), np) << S;
-    Dette note;
-    noter_division(note, NTL::ZZ(S));
-    ASSERT_EQ(np_paye(note), np) << S;
   }
 }
 
@@ -114,18 +114,20 @@ TEST_F(DetteTest, Prem1OfEveryNumber) {
   for (std::int64_t S3 = 0; S3 <= jusqu; ++S3) {
     bool attendu = false;
     const std::int64_t np = apres([&] { attendu = division.prem1(S3); });
+    ASSERT_EQ(prem1(S3), attendu) << S3;
     Dette dette;
-    ASSERT_EQ(prem1(S3, dette), attendu) << S3;
+    noter_prem1(dette, S3);
     ASSERT_EQ(np_paye(dette), np) << S3;
   }
 }
 
 TEST_F(DetteTest, Prem1GivesTrueForOneAndFalseForTwo) {
+  EXPECT_TRUE(prem1(1));
+  EXPECT_FALSE(prem1(2));
+  EXPECT_FALSE(prem1(0));
+  EXPECT_TRUE(prem1(3));
   Dette dette;
-  EXPECT_TRUE(prem1(1, dette));
-  EXPECT_FALSE(prem1(2, dette));
-  EXPECT_FALSE(prem1(0, dette));
-  EXPECT_TRUE(prem1(3, dette));
+  for (const std::int64_t S3 : {0, 1, 2, 3}) noter_prem1(dette, S3);
   EXPECT_EQ(np_paye(dette), 2);
 }
 
@@ -146,10 +148,10 @@ TEST_F(DetteTest, LargerSquaresCubesAndProducts) {
       if (N > jusqu * jusqu) continue;
       ASSERT_EQ(np_de_decomposition(N), apres([&] { division.decomposer(N); })) << N;
       Dette dette;
-      prem(NTL::ZZ(N), dette);
+      noter_prem(dette, NTL::ZZ(N));
       ASSERT_EQ(np_paye(dette), apres([&] { division.prem(N); })) << N;
       Dette dette1;
-      prem1(N, dette1);
+      noter_prem1(dette1, N);
       ASSERT_EQ(np_paye(dette1), apres([&] { division.prem1(N); })) << N;
     }
   }
@@ -226,13 +228,15 @@ TEST_F(DetteTestLent, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore
   const std::int64_t S3 = q * q - 2;
   ASSERT_EQ(NTL::SqrRoot(NTL::ZZ(S3)), q - 1);
   Dette arrondie;
-  EXPECT_TRUE(prem1(S3, arrondie));
+  EXPECT_TRUE(prem1(S3));
+  noter_prem1(arrondie, S3);
   EXPECT_EQ(arrondie.borne_due, static_cast<std::uint64_t>(q));
   Dette intervalle;
   noter_intervalle(intervalle, {S3, S3});
   EXPECT_EQ(intervalle.borne_due, static_cast<std::uint64_t>(q));
   Dette exacte;
-  EXPECT_TRUE(prem(NTL::ZZ(S3), exacte));
+  EXPECT_TRUE(prem(NTL::ZZ(S3)));
+  noter_prem(exacte, NTL::ZZ(S3));
   EXPECT_EQ(exacte.borne_due, static_cast<std::uint64_t>(q - 1));
   Dette decomposition;
   noter_decomposition(decomposition, decomposer(NTL::ZZ(S3)));

@@ -40,9 +40,9 @@ void verifier(std::uint64_t n) {
   std::uint64_t precedent = 1;
   for (const auto& [p, exposant] : f) {
     ASSERT_GT(p, precedent) << n;
-    ASSERT_GE(exposant, 1U) << n;
+    ASSERT_GE(exposant, 1) << n;
     ASSERT_TRUE(juge(p)) << n;
-    for (unsigned i = 0; i < exposant; ++i) produit *= p;
+    for (std::int64_t i = 0; i < exposant; ++i) produit *= p;
     precedent = p;
   }
   ASSERT_TRUE(produit == n) << n;
@@ -70,7 +70,7 @@ TEST(Facteurs64EnNombre, EveryIntegerBelowTwoMillion) {
     std::uint64_t reste = n;
     for (const auto& [p, exposant] : facteurs(n)) {
       ASSERT_EQ(p, moindre[reste]) << n;
-      for (unsigned i = 0; i < exposant; ++i) reste /= p;
+      for (std::int64_t i = 0; i < exposant; ++i) reste /= p;
       ASSERT_TRUE(reste == 1 || moindre[reste] > p) << n;
     }
     ASSERT_EQ(reste, 1U) << n;
@@ -80,7 +80,7 @@ TEST(Facteurs64EnNombre, EveryIntegerBelowTwoMillion) {
 TEST(Facteurs64, FifteenDistinctPrimes) {
   const Facteurs64 f = facteurs(614889782588491410);  // 2 * 3 * ... * 47
   EXPECT_EQ(f.nombre, 15U);
-  EXPECT_EQ(f[14], (Puissance{47, 1}));
+  EXPECT_EQ(f[14], (Facteur64{47, 1}));
 }
 
 TEST(Facteurs64, PublishedFactorisations) {
@@ -89,11 +89,11 @@ TEST(Facteurs64, PublishedFactorisations) {
   const Facteurs64 f = facteurs(~std::uint64_t{0});
   const std::vector<std::uint64_t> attendus{3, 5, 17, 257, 641, 65537, 6700417};
   ASSERT_EQ(f.nombre, attendus.size());
-  for (std::size_t i = 0; i < attendus.size(); ++i) EXPECT_EQ(f[i], (Puissance{attendus[i], 1}));
+  for (std::size_t i = 0; i < attendus.size(); ++i) EXPECT_EQ(f[i], (Facteur64{attendus[i], 1}));
   EXPECT_EQ(facteurs((std::uint64_t{1} << 61) - 1).nombre, 1U);
   EXPECT_EQ(plus_petit_facteur((std::uint64_t{1} << 59) - 1), 179951U);
   EXPECT_EQ(plus_petit_facteur((std::uint64_t{1} << 53) - 1), 6361U);
-  EXPECT_EQ(facteurs((std::uint64_t{1} << 53) - 1)[1], (Puissance{69431, 1}));
+  EXPECT_EQ(facteurs((std::uint64_t{1} << 53) - 1)[1], (Facteur64{69431, 1}));
 }
 
 TEST(Facteurs64, PowersOfPrimes) {
@@ -103,7 +103,7 @@ TEST(Facteurs64, PowersOfPrimes) {
     for (unsigned e = 1;; ++e) {
       const Facteurs64 f = facteurs(n);
       ASSERT_EQ(f.nombre, 1U) << n;
-      EXPECT_EQ(f[0], (Puissance{p, e}));
+      EXPECT_EQ(f[0], (Facteur64{p, e}));
       if (n > ~std::uint64_t{0} / p) break;
       n *= p;
     }
@@ -116,13 +116,13 @@ TEST(Facteurs64, SquaresAndCubesUpToTheLimit) {
     if (!juge(p)) continue;
     const Facteurs64 f = facteurs(p * p);
     ASSERT_EQ(f.nombre, 1U) << p;
-    EXPECT_EQ(f[0], (Puissance{p, 2}));
+    EXPECT_EQ(f[0], (Facteur64{p, 2}));
   }
   for (std::uint64_t p = 2642245; p > 2642245 - 2000; p -= 2) {
     if (!juge(p)) continue;
     const Facteurs64 f = facteurs(p * p * p);
     ASSERT_EQ(f.nombre, 1U) << p;
-    EXPECT_EQ(f[0], (Puissance{p, 3}));
+    EXPECT_EQ(f[0], (Facteur64{p, 3}));
   }
   std::mt19937_64 g{1};
   for (int bits = 12; bits <= 21; ++bits) {
@@ -223,7 +223,7 @@ TEST(Rho, StandsInForAllCurves) {
       const std::uint64_t q = premier_au_hasard(g, 40 - bits);
       const Facteurs64 f = facteurs_sans_courbes(p * p * q);
       ASSERT_EQ(f.nombre, p == q ? 1U : 2U) << p << ' ' << q;
-      ASSERT_EQ(f[p > q ? 1 : 0], (Puissance{p, p == q ? 3U : 2U})) << p << ' ' << q;
+      ASSERT_EQ(f[p > q ? 1 : 0], (Facteur64{p, p == q ? 3U : 2U})) << p << ' ' << q;
     }
   }
 }

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// prem and prem1 where their rules are delicate; every small number is compared in dette_test.cpp.
+// prem and prem1 and their notes where the rules are delicate; every small number is compared in
+// dette_test.cpp.
 #include "primes/prem.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+
+#include "primes/dette/decisions.h"
 
 namespace premiers {
 namespace {
@@ -14,14 +17,16 @@ using NTL::ZZ;
 TEST(Prem1, TakesTheRootInDoublePrecision) {
   // 2^63 - 25 is the largest prime below 2^63; as a double it is 2^63, whose root is 3037000499.97.
   Dette dette;
-  EXPECT_TRUE(prem1(INT64_MAX - 24, dette));
+  EXPECT_TRUE(prem1(INT64_MAX - 24));
+  noter_prem1(dette, INT64_MAX - 24);
   EXPECT_EQ(dette.borne_due, 3037000499U);
 }
 
 TEST(Prem, NotesACompositeByItsSmallestFactor) {
   const long p = 4'294'967'291;  // the largest prime below 2^32
   Dette dette;
-  EXPECT_FALSE(prem(ZZ(p) * p, dette));
+  EXPECT_FALSE(prem(ZZ(p) * p));
+  noter_prem(dette, ZZ(p) * p);
   EXPECT_EQ(dette.borne_due, static_cast<std::uint64_t>(p) - 1);
 }
 
@@ -31,26 +36,32 @@ TEST(Prem, IsExactBetween64And100Bits) {
   const ZZ p((std::int64_t{1} << 50U) - 27);
   ASSERT_TRUE(NTL::ProbPrime(p, 20));
   Dette dette;
-  EXPECT_FALSE(prem(p * p, dette));
+  EXPECT_FALSE(prem(p * p));
+  noter_prem(dette, p * p);
   EXPECT_EQ(dette.borne_due, (std::uint64_t{1} << 50U) - 28);
   // 2^100 - 15 is prime (the same list), and its root is 2^50 less a bit.
   Dette d100;
-  EXPECT_TRUE(prem(NTL::power2_ZZ(100) - 15, d100));
+  EXPECT_TRUE(prem(NTL::power2_ZZ(100) - 15));
+  noter_prem(d100, NTL::power2_ZZ(100) - 15);
   EXPECT_EQ(d100.borne_due, (std::uint64_t{1} << 50U) - 1);
   Dette d64;
-  EXPECT_TRUE(prem(NTL::power2_ZZ(64) + 13, d64));
+  EXPECT_TRUE(prem(NTL::power2_ZZ(64) + 13));
+  noter_prem(d64, NTL::power2_ZZ(64) + 13);
   EXPECT_EQ(d64.borne_due, std::uint64_t{1} << 32);
 }
 
 TEST(Prem, Beyond100BitsOnlySmallFactorsLeaveANote) {
   const ZZ grand = NTL::power2_ZZ(107) - 1;  // a Mersenne prime
   Dette dette;
-  EXPECT_TRUE(prem(grand, dette));
+  EXPECT_TRUE(prem(grand));
+  noter_prem(dette, grand);
   EXPECT_EQ(dette.borne_due, Dette{}.borne_due);
-  EXPECT_FALSE(prem(grand * 9'999'991, dette));  // the largest prime below 10^7
+  EXPECT_FALSE(prem(grand * 9'999'991));  // the largest prime below 10^7
+  noter_prem(dette, grand * 9'999'991);
   EXPECT_EQ(dette.borne_due, 9'999'990U);
   Dette autre;
-  EXPECT_FALSE(prem(grand * 10'000'019, autre));  // the next one
+  EXPECT_FALSE(prem(grand * 10'000'019));  // the next one
+  noter_prem(autre, grand * 10'000'019);
   EXPECT_EQ(autre.borne_due, Dette{}.borne_due);
 }
 
@@ -62,11 +73,13 @@ TEST(Prem, ACompositeAboveTheDebtIsNotedByItsSmallestFactorAlone) {
        {std::uint64_t{2}, std::uint64_t{2011}, std::uint64_t{1'000'000'005}}) {
     Dette dette;
     dette.noter(deja);
-    EXPECT_FALSE(prem(p * q, dette));
+    EXPECT_FALSE(prem(p * q));
+    noter_prem(dette, p * q);
     EXPECT_EQ(dette.borne_due, 1'000'000'006U) << deja;
   }
   Dette petite;
-  EXPECT_FALSE(prem(p * q * 2003, petite));
+  EXPECT_FALSE(prem(p * q * 2003));
+  noter_prem(petite, p * q * 2003);
   EXPECT_EQ(petite.borne_due, 2002U);
 }
 

@@ -3,21 +3,12 @@
 #pragma once
 
 #include <concepts>
-#include <cstdint>
 #include <functional>
 #include <utility>
 
+#include "primes/suivi/etape.h"
+
 namespace premiers {
-
-/// What a decomposition is busy with, in eight bytes: a signal handler reads them at once.
-struct alignas(8) Etape {
-  enum class Genre : std::uint8_t { aucun, courbes, moins_un, crible, algebre };
-
-  Genre genre = Genre::aucun;
-  std::uint8_t chiffres = 0;  ///< curves: the length of the factors they look for
-  std::uint16_t nombre = 0;   ///< curves: how many; 0 where they go on without end
-  std::uint32_t numero = 0;   ///< curves: which one, from 1 on
-};
 
 /// What long work calls now and then (every few milliseconds). Empty: nobody listens. It may throw: the
 /// work is then abandoned, whatever it had already finished stays valid.
@@ -43,8 +34,9 @@ struct Suivi {
   Annonce annonce;
 };
 
-/// For one step of a longer work: hears 0 to 1 of the step, tells `debut` to `fin` of the whole.
-/// Valid as long as `suivi`.
+/// For one step of a longer work, and the one way to hand a part of it on: hears 0 to 1 of the step,
+/// tells `debut` to `fin` of the whole. What counts for nothing goes from 0 to 0. Valid as long as
+/// `suivi`.
 inline Suivi etape(const Suivi& suivi, double debut, double fin) {
   if (!suivi) return {};
   return {[&suivi, debut, fin](double part) { suivi(debut + part * (fin - debut)); },

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "primes/concatenations/dette_morceaux.h"
+// In which order the pieces of a number are noted, so that few of them cost anything.
+#include "primes/dette/morceaux.h"
 
 #include <algorithm>
 #include <array>
 
 #include "primes/arithmetique/entier128.h"
-#include "primes/prem.h"
-#include "primes/primalite/primalite.h"
+#include "primes/dette/decisions.h"
 
 namespace premiers {
 
@@ -37,11 +37,6 @@ bool sans_effet(const Dette& dette, std::size_t longueur) {
 
 }  // namespace
 
-void DetteMorceaux::changer(std::size_t communs) {
-  debuts_notes_ = std::min(debuts_notes_, communs);
-  tous_notes_ = std::min(tous_notes_, communs);
-}
-
 /// Calls f(end) for those of that length that are not noted yet. Where leading zeros vanish a shorter
 /// piece is met instead.
 template <typename F>
@@ -56,7 +51,7 @@ void DetteMorceaux::pour_les_morceaux(std::string_view chiffres, std::size_t lon
 
 /// The primes first: what a composite obliges to must be looked for only above the largest of them.
 void DetteMorceaux::noter_les_courts(std::string_view chiffres, Morceaux morceaux) {
-  for (const auto note : {noter_si_premier, noter_division}) {
+  for (const auto note : {noter_si_premier, noter_prem}) {
     for (std::size_t u = std::min(chiffres.size(), longueur_exacte);
          u > 0 && !sans_effet(dette_, u); --u) {
       pour_les_morceaux(chiffres, u, morceaux, [&](std::size_t fin) {
@@ -76,13 +71,15 @@ void DetteMorceaux::noter_les_longs(std::string_view chiffres, Morceaux morceaux
   }
 }
 
-void DetteMorceaux::noter(std::string_view chiffres, Morceaux morceaux) {
+void DetteMorceaux::noter(std::string_view chiffres, Morceaux morceaux, std::size_t communs) {
   const std::size_t n = chiffres.size();
+  debuts_notes_ = std::min(debuts_notes_, communs);
+  tous_notes_ = std::min(tous_notes_, communs);
   if (morceaux == Morceaux::nombre_entier) {
     if (est_long(chiffres)) {
       etendues_.noter(dette_, chiffres, n, n);
     } else {
-      noter_division(dette_, valeur_des_chiffres(chiffres));
+      noter_prem(dette_, valeur_des_chiffres(chiffres));
     }
     return;
   }
@@ -95,17 +92,6 @@ void DetteMorceaux::noter(std::string_view chiffres, Morceaux morceaux) {
 void noter_morceaux(Dette& dette, const Decoupe& decoupe) {
   const bool abandonne = decoupe.longueurs.front().empty();
   DetteMorceaux(dette).noter(decoupe.chiffres, abandonne ? Morceaux::du_debut : Morceaux::tous);
-}
-
-// The largest prime P obliges to its root, which is enough for all that is not above P: a composite
-// has a factor below its root. A piece above P is a number of the range itself.
-bool noter_par_le_plus_grand_premier(Dette& dette, const NTL::ZZ& debut, const NTL::ZZ& fin) {
-  if (NTL::NumBits(fin) > bits_borne_exacte) return false;
-  NTL::ZZ P = fin;
-  while (P >= debut && !est_premier(P)) --P;
-  if (P < debut) return false;
-  for (NTL::ZZ N = P; N <= fin; ++N) noter_division(dette, N);
-  return true;
 }
 
 }  // namespace premiers

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What cutting numbers into pieces obliges the table of primes to (primes/dette.h): dividing each
+// What cutting numbers into pieces obliges the table of primes to (dette.h): dividing each
 // piece by the primes in turn.
 //
 // Only a piece large enough to raise the bound costs anything. Of a number of 40 digits these are
@@ -8,24 +8,16 @@
 // numbers are then found together (notes_par_etendue.h).
 #pragma once
 
-#include <NTL/ZZ.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
+#include "primes/concatenations/concatenations.h"
 #include "primes/concatenations/decoupe.h"
-#include "primes/concatenations/notes_par_etendue.h"
-#include "primes/dette.h"
+#include "primes/dette/dette.h"
+#include "primes/dette/notes_par_etendue.h"
 
 namespace premiers {
-
-/// Which pieces of a number are divided.
-enum class Morceaux {
-  nombre_entier,  ///< none but the number itself
-  du_debut,       ///< those that begin at its first digit
-  tous,
-};
 
 /// Notes the pieces of numbers that follow each other; those that a number shares with the one
 /// before it, because their leading digits are the same, are passed over.
@@ -34,11 +26,9 @@ struct DetteMorceaux {
   explicit DetteMorceaux(Dette& dette, std::uint64_t largeur = 1)
       : dette_(dette), etendues_(largeur) {}
 
-  /// The digits after the first `communs` are no longer those of the number before.
-  void changer(std::size_t communs);
-
-  /// Notes the pieces of a number that are not noted yet.
-  void noter(std::string_view chiffres, Morceaux morceaux);
+  /// Notes these pieces of a number that are not noted yet. Its first `communs` digits are those of the
+  /// number before.
+  void noter(std::string_view chiffres, Morceaux morceaux, std::size_t communs = 0);
 
  private:
   template <typename F>
@@ -53,12 +43,7 @@ struct DetteMorceaux {
   std::size_t tous_notes_ = 0;
 };
 
-/// The note of one number that has been cut.
+/// One number was cut by `decouper`.
 void noter_morceaux(Dette& dette, const Decoupe& decoupe);
-
-/// Notes the numbers debut .. fin and all their pieces, if there is a prime below 2^100 among them
-/// and none of them is above 2^100; gives false, and notes nothing, if it is not so. It takes the
-/// time of a few hundred tests at most.
-bool noter_par_le_plus_grand_premier(Dette& dette, const NTL::ZZ& debut, const NTL::ZZ& fin);
 
 }  // namespace premiers

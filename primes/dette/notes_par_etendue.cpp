@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "primes/concatenations/notes_par_etendue.h"
+// Which stretch a piece is in, and what it leaves to be noted; why by stretches, the header tells.
+#include "primes/dette/notes_par_etendue.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "primes/concatenations/decoupe.h"
-#include "primes/prem.h"
+#include "primes/dette/decisions.h"
 
 namespace premiers {
 
@@ -50,7 +51,7 @@ void NotesParEtendue::noter(Dette& dette, std::string_view chiffres, std::size_t
     const Tranche& t = trouver(dette, {longueur, derriere}, morceau, mobile, combien);
     if (t.facteurs[mobile - t.debut] <= dette.borne_due + 1) return;
   }
-  noter_division(dette, valeur_des_chiffres(morceau));
+  noter_prem(dette, valeur_des_chiffres(morceau));
 }
 
 }  // namespace premiers
