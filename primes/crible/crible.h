@@ -21,6 +21,7 @@
 #include "primes/crible/crible_grand.h"
 #include "primes/crible/crible_moyen.h"
 #include "primes/crible/crible_petit.h"
+#include "primes/crible/crible_seize.h"
 #include "primes/crible/premiers_cribleurs.h"
 
 namespace premiers {
@@ -64,6 +65,7 @@ struct Crible {
   PremiersCribleurs cribleurs_;
   CriblePetit petits_;
   CribleMoyen moyens_;
+  CribleSeize seize_;  // the larger medium primes, where it pays
   std::unique_ptr<CribleGrand> grands_;
 };
 

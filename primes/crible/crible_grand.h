@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "primes/crible/crible_garde.h"
+#include "primes/crible/crible_seize.h"
 #include "primes/crible/crible_tours.h"
 #include "primes/crible/partage.h"
 #include "primes/crible/premiers_cribleurs.h"
@@ -55,7 +56,8 @@ struct CribleGrand {
   Partage partage_;
   std::uint64_t octet_garde_;  // the primes before this byte are kept already
   std::unique_ptr<Crible> cribleurs_;
-  CribleGarde gardes_;
+  CribleSeize seize_;   // the kept primes with a multiple in most segments, where it pays
+  CribleGarde gardes_;  // the others
   CribleTours tours_;
   std::vector<std::uint8_t> masque_;  // of a segment that is asked for in pieces
 };
