@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Sieving by primes that have a multiple or a dozen in a segment, sixteen of them at a time.
+// Sieving by primes that have a multiple or a dozen in a segment, sixteen of them at a time, or eight.
 //
 // They stand in rows, by residue mod 30, and each segment goes through all of them: first they walk
 // through the segment and note their multiples (primes/crible/marche.h), block by block, then these are
 // crossed off. Nothing is sorted and nothing is moved; the rows are read and written from one end to the
 // other, 8 bytes for each prime.
 //
-// Only where sixteen really walk together: on other processors these primes are sieved as medium ones
+// Only where they really walk together: on other processors these primes are sieved as medium ones
 // (primes/crible/crible_moyen.h) and as kept ones (primes/crible/crible_garde.h), at twice the cost.
 #pragma once
 
