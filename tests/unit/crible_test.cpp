@@ -491,6 +491,12 @@ TEST(CribleGrand, PrimesThatComeInLaterAsByAPlainWalk) {
                        {toutes_gardees, Partage::tour_min, false}});
 }
 
+// Kept primes in rows, kept primes in buckets, and the border between them.
+TEST(CribleGrand, KeptPrimesOnBothSidesOfTheRowsAsByAPlainWalk) {
+  const std::uint64_t octet = dix(14) / 30 + 4321;
+  comparer_les_grands(octet, octet + 3 * seg, {{toutes_gardees, Partage::tour_max, false}});
+}
+
 TEST(CribleLent, LargePrimesUpToTheEndOfTheNumbers) {
   comparer_les_grands(
       Crible::octet_max - seg - 4321, Crible::octet_max,
