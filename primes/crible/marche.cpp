@@ -123,15 +123,28 @@ struct SixFoisHuit {
   return _mm256_cmpgt_epi32(_mm256_xor_si256(fin, signe), _mm256_xor_si256(nombres, signe));
 }
 
+/// Writes the multiples of those of the set `ensemble`; returns the place behind them.
+[[gnu::target("avx2,popcnt")]] inline std::uint32_t* noter_huit(__m256i place, __m256i pas,
+                                                                unsigned ensemble,
+                                                                std::uint32_t* ici) {
+  const __m256i bit =
+      _mm256_and_si256(_mm256_srli_epi32(pas, ou_bit), _mm256_set1_epi32(masque_bit));
+  const __m256i raye = _mm256_sllv_epi32(_mm256_set1_epi32(1), bit);
+  const __m256i multiple =
+      _mm256_or_si256(place, _mm256_andnot_si256(raye, _mm256_set1_epi32(0xFF)));
+  const __m256i ordre =
+      _mm256_cvtepu8_epi32(_mm_cvtsi64_si128(static_cast<std::int64_t>(serrer[ensemble])));
+  _mm256_storeu_si256(reinterpret_cast<__m256i*>(ici),
+                      _mm256_permutevar8x32_epi32(multiple, ordre));
+  return ici + std::popcount(ensemble);
+}
+
 [[gnu::target("avx2,popcnt")]] std::size_t marcher_par_huit(Marcheurs& m, std::size_t nombre,
                                                             std::size_t residu,
                                                             std::uint32_t taille,
                                                             std::uint32_t* sortie) {
   const SixFoisHuit table = six_fois_huit(tables[residu]);
   const __m256i fin = _mm256_set1_epi32(static_cast<int>(taille << Marcheurs::ou_octet));
-  const __m256i un = _mm256_set1_epi32(1);
-  const __m256i bit = _mm256_set1_epi32(masque_bit);
-  const __m256i octet = _mm256_set1_epi32(0xFF);
   const __m256i retenue = _mm256_set1_epi32(masque_retenue);
   const __m256i cofacteur = _mm256_set1_epi32(masque_cofacteur);
   const __m256i rangs = _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7);
@@ -149,14 +162,7 @@ struct SixFoisHuit {
     while (const auto ensemble =
                static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(dedans)))) {
       const __m256i pas = chercher(table, etat);
-      const __m256i raye =
-          _mm256_sllv_epi32(un, _mm256_and_si256(_mm256_srli_epi32(pas, ou_bit), bit));
-      const __m256i multiple = _mm256_or_si256(place, _mm256_andnot_si256(raye, octet));
-      const __m256i ordre =
-          _mm256_cvtepu8_epi32(_mm_cvtsi64_si128(static_cast<std::int64_t>(serrer[ensemble])));
-      _mm256_storeu_si256(reinterpret_cast<__m256i*>(ici),
-                          _mm256_permutevar8x32_epi32(multiple, ordre));
-      ici += std::popcount(ensemble);
+      ici = noter_huit(place, pas, ensemble, ici);
       const __m256i moitie = _mm256_srli_epi32(pas, ou_moitie);
       const __m256i octets =
           _mm256_add_epi32(_mm256_mullo_epi32(deux_k, moitie), _mm256_and_si256(pas, retenue));
@@ -178,6 +184,20 @@ constexpr Instructions besoin_avx512 =
 constexpr int a_ou_c_sans_b = 0xF2;
 constexpr int c_choisit_a_sinon_b = 0xE4;
 
+/// Writes the multiples of those of the set `ensemble`; returns the place behind them.
+[[gnu::target("avx512f,avx512bw,popcnt")]] inline std::uint32_t* noter_seize(__m512i place,
+                                                                             __m512i pas,
+                                                                             __mmask16 ensemble,
+                                                                             std::uint32_t* ici) {
+  const __m512i bit =
+      _mm512_and_si512(_mm512_maskz_srli_epi32(0xFFFF, pas, ou_bit), _mm512_set1_epi32(masque_bit));
+  const __m512i raye = _mm512_maskz_sllv_epi32(0xFFFF, _mm512_set1_epi32(1), bit);
+  const __m512i multiple =
+      _mm512_ternarylogic_epi32(place, raye, _mm512_set1_epi32(0xFF), a_ou_c_sans_b);
+  _mm512_storeu_si512(ici, _mm512_maskz_compress_epi32(ensemble, multiple));
+  return ici + std::popcount(static_cast<unsigned>(ensemble));
+}
+
 [[gnu::target("avx512f,avx512bw,popcnt")]] std::size_t marcher_par_seize(Marcheurs& m,
                                                                          std::size_t nombre,
                                                                          std::size_t residu,
@@ -186,9 +206,6 @@ constexpr int c_choisit_a_sinon_b = 0xE4;
   const __m512i basse = _mm512_loadu_si512(tables[residu].data());
   const __m512i haute = _mm512_loadu_si512(tables[residu].data() + 32);
   const __m512i fin = _mm512_set1_epi32(static_cast<int>(taille << Marcheurs::ou_octet));
-  const __m512i un = _mm512_set1_epi32(1);
-  const __m512i bit = _mm512_set1_epi32(masque_bit);
-  const __m512i octet = _mm512_set1_epi32(0xFF);
   const __m512i retenue = _mm512_set1_epi32(masque_retenue);
   const __m512i de_k = _mm512_set1_epi32(static_cast<int>(~masque_cofacteur));
   std::uint32_t* ici = sortie;
@@ -203,11 +220,7 @@ constexpr int c_choisit_a_sinon_b = 0xE4;
     while (dedans != 0) {
       // Looked up by the lowest six bits of each lower half; the upper halves stay empty.
       const __m512i pas = _mm512_maskz_permutex2var_epi16(0x55555555, basse, etat, haute);
-      const __m512i raye = _mm512_maskz_sllv_epi32(
-          0xFFFF, un, _mm512_and_si512(_mm512_maskz_srli_epi32(0xFFFF, pas, ou_bit), bit));
-      const __m512i multiple = _mm512_ternarylogic_epi32(place, raye, octet, a_ou_c_sans_b);
-      _mm512_storeu_si512(ici, _mm512_maskz_compress_epi32(dedans, multiple));
-      ici += std::popcount(static_cast<unsigned>(dedans));
+      ici = noter_seize(place, pas, dedans, ici);
       const __m512i moitie = _mm512_maskz_srli_epi32(0xFFFF, pas, ou_moitie);
       const __m512i octets =
           _mm512_add_epi32(_mm512_mullo_epi32(deux_k, moitie), _mm512_and_si512(pas, retenue));
