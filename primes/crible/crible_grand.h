@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Sieving by the large primes, those that miss most segments: the two ways put together.
 //
-// The smaller ones are kept and wait for their next multiple (primes/crible/crible_garde.h), the
+// The smaller ones are kept and wait for their next multiple (primes/crible/crible_garde.h; the smallest
+// in rows, primes/crible/crible_seize.h, where the processor allows it), the
 // larger ones are gone through anew for each round of many segments (primes/crible/crible_tours.h);
 // primes/crible/partage.h draws the border.
 #pragma once
