@@ -7,6 +7,7 @@
 #include "primes/compte/lot.h"
 #include "primes/compte/p2.h"
 #include "primes/compte/segment.h"
+#include "primes/crible/marche.h"
 #include "primes/crible/precrible.h"
 #include "primes/crible/touches.h"
 #include "primes/facteurs/facteurs128.h"
@@ -35,6 +36,7 @@ std::vector<Boucle> boucles() {
           decrire("compter_bits", versions_de_compter_bits()),
           decrire("touches", versions_de_touches()),
           decrire("multiples", versions_de_multiples()),
+          decrire("marcher", versions_de_marcher()),
           decrire("precribler", versions_de_precribler()),
           decrire("segment", SegmentCompte::versions_des_noyaux()),
           decrire("lot", versions_du_lot()),

@@ -22,6 +22,8 @@ constexpr std::uint64_t taille_segment = std::uint64_t{1} << 19;
 // Small primes end here. 2^15 to 2^17 differ by less than 5 %.
 constexpr std::uint64_t dernier_petit = std::uint64_t{1} << 16;
 
+static_assert(taille_segment <= CribleSeize::taille_segment);
+
 constexpr std::uint64_t premier_grand = CribleGrand::premier_grand;
 
 }  // namespace
@@ -53,6 +55,8 @@ void Crible::admettre(std::uint64_t octet_suivant) {
       if (p <= dernier_precrible) return;
       if (p <= dernier_petit) {
         petits_.ajouter(p, octet_);
+      } else if (p > CribleSeize::premier && CribleSeize::vaut()) {
+        seize_.ajouter(p, octet_, fin_);
       } else {
         moyens_.ajouter(p, octet_, fin_);
       }
@@ -74,6 +78,7 @@ void Crible::remplir(std::span<std::uint8_t> octets, const Suivi& suivi) {
     const auto segment = octets.first(std::min<std::size_t>(octets.size(), taille_segment));
     const std::uint64_t suivant = octet_ + segment.size();
     moyens_.cribler(segment);
+    seize_.cribler(segment);
     if (plafond_ > premier_grand && (30 * suivant - 1) / premier_grand >= premier_grand) {
       if (grands_ == nullptr) grands_ = std::make_unique<CribleGrand>(octet_, fin_, memoire_);
       grands_->cribler(segment, annoncer);

@@ -56,8 +56,14 @@ void CribleGrand::garder_jusqu_a(std::uint64_t racine, const Annonce& annoncer) 
     const auto octets =
         std::span{troncon}.first(std::min<std::uint64_t>(troncon.size(), fin - octet_garde_));
     cribleurs_->remplir(octets);
-    pour_chaque_premier(octets, octet_garde_,
-                        [&](std::uint64_t p) { gardes_.ajouter(static_cast<std::uint32_t>(p)); });
+    pour_chaque_premier(octets, octet_garde_, [&](std::uint64_t premier) {
+      const auto p = static_cast<std::uint32_t>(premier);
+      if (p < CribleSeize::dernier && CribleSeize::vaut()) {
+        seize_.ajouter(p, fin_tour_, fin_);
+      } else {
+        gardes_.ajouter(p);
+      }
+    });
     octet_garde_ += octets.size();
     if (annoncer) annoncer(fin_tour_);
   }
@@ -74,6 +80,7 @@ void CribleGrand::ouvrir_tour(const Annonce& annoncer) {
 
 void CribleGrand::rayer_segment(std::span<std::uint8_t> segment, const Annonce& annoncer) {
   if (fin_segment_ == fin_tour_) ouvrir_tour(annoncer);
+  seize_.cribler(segment);
   gardes_.rayer(segment);
   tours_.rayer(segment);
   fin_segment_ += segment.size();

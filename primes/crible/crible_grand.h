@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Sieving by the large primes, those that miss most segments: the two ways put together.
 //
-// The smaller ones are kept and wait for their next multiple (primes/crible/crible_garde.h), the
+// The smaller ones are kept and wait for their next multiple (primes/crible/crible_garde.h; the smallest
+// in rows, primes/crible/crible_seize.h, where the processor allows it), the
 // larger ones are gone through anew for each round of many segments (primes/crible/crible_tours.h);
 // primes/crible/partage.h draws the border.
 #pragma once
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "primes/crible/crible_garde.h"
+#include "primes/crible/crible_seize.h"
 #include "primes/crible/crible_tours.h"
 #include "primes/crible/partage.h"
 #include "primes/crible/premiers_cribleurs.h"
@@ -55,7 +57,8 @@ struct CribleGrand {
   Partage partage_;
   std::uint64_t octet_garde_;  // the primes before this byte are kept already
   std::unique_ptr<Crible> cribleurs_;
-  CribleGarde gardes_;
+  CribleSeize seize_;   // the kept primes with a multiple in most segments, where it pays
+  CribleGarde gardes_;  // the others
   CribleTours tours_;
   std::vector<std::uint8_t> masque_;  // of a segment that is asked for in pieces
 };

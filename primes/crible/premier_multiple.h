@@ -27,7 +27,7 @@ inline PremierMultiple premier_multiple(std::uint32_t p, std::uint64_t octet) {
   return {(p * q - debut) / 30, i};
 }
 
-/// ceil(n / p) for n < 2^63 and 2^19 < p < 2^32: the quotient in double precision is off by
+/// ceil(n / p) for n < 2^63 and 2^14 < p < 2^32: the quotient in double precision is off by
 /// one at most, and costs a third of an exact division.
 inline std::uint64_t quotient_superieur(std::uint64_t n, std::uint64_t p) {
   const double quotient = static_cast<double>(static_cast<std::int64_t>(n)) /

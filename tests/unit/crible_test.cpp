@@ -20,6 +20,8 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/compte/compte.h"
 #include "primes/crible/crible_grand.h"
+#include "primes/crible/crible_seize.h"
+#include "primes/crible/marche.h"
 #include "primes/crible/partage.h"
 #include "primes/crible/roue_30030.h"
 
@@ -247,7 +249,8 @@ TEST(CribleEnNombre, SquaresOfPrimesAtTheEdgeOfAWindow) {
   for (const std::uint64_t p :
        {dix(3), std::uint64_t{8192}, std::uint64_t{16384}, std::uint64_t{32768},
         std::uint64_t{65536}, std::uint64_t{131072}, std::uint64_t{262144}, std::uint64_t{524288},
-        std::uint64_t{1048576}, std::uint64_t{2097152}, std::uint64_t{4194304}, dix(7), dix(8)}) {
+        std::uint64_t{1048576}, std::uint64_t{2097152}, std::uint64_t{4194304},
+        std::uint64_t{8388608}, dix(7), dix(8)}) {
     const auto autour = premiers_entre(p - 100, p + 100);
     cribleurs.insert(cribleurs.end(), autour.begin(), autour.end());
   }
@@ -432,6 +435,50 @@ TEST(CribleGrandLent, WindowsOfEveryWidthAsByAPlainWalk) {
                          {toutes_gardees, Partage::tour_max, false}});
 }
 
+/// The bytes [octet, fin) without the multiples of `cribleurs` by cofactors prime to 210, but the primes
+/// themselves.
+std::vector<std::uint8_t> rayer_sur_la_roue_de_210(std::uint64_t octet, std::uint64_t fin,
+                                                   const std::vector<std::uint64_t>& cribleurs) {
+  std::vector<std::uint8_t> octets(fin - octet, 0xFF);
+  for (const std::uint64_t p : cribleurs) {
+    for (std::uint64_t q = std::max<std::uint64_t>(2, (30 * octet + p - 1) / p); p * q < 30 * fin;
+         ++q) {
+      if (q % 2 == 0 || q % 3 == 0 || q % 5 == 0 || q % 7 == 0) continue;
+      std::uint8_t& ici = octets[p * q / 30 - octet];
+      ici = static_cast<std::uint8_t>(ici & ~(1U << indice_suivant[p * q % 30]));
+    }
+  }
+  return octets;
+}
+
+// In segments of every size, from the smallest to the largest prime that it takes, in more than a block.
+TEST(CribleSeize, AsByAPlainWalkOnTheWheelOf210) {
+  std::vector<std::uint64_t> cribleurs =
+      premiers_entre(CribleSeize::premier, CribleSeize::premier + 130'000);
+  for (const std::uint64_t p :
+       {dix(6), std::uint64_t{CribleSeize::dernier}, (std::uint64_t{1} << 24) - 700}) {
+    const auto autour = premiers_entre(p - 600, p + 600);
+    cribleurs.insert(cribleurs.end(), autour.begin(), autour.end());
+  }
+  ASSERT_GT(cribleurs.size(), 8 * Marcheurs::places);
+  std::mt19937_64 hasard(7);
+  for (const std::uint64_t octet :
+       {std::uint64_t{0}, dix(12) / 30, Crible::octet_max - 2'000'000}) {
+    const std::uint64_t fin = octet + 1'900'000;
+    CribleSeize crible;
+    for (const std::uint64_t p : cribleurs)
+      crible.ajouter(static_cast<std::uint32_t>(p), octet, fin);
+    std::vector<std::uint8_t> octets(fin - octet, 0xFF);
+    for (std::size_t i = 0; i < octets.size();) {
+      const std::size_t voulu = i == 0 ? CribleSeize::taille_segment : 1 + hasard() % 400'000;
+      const std::size_t n = std::min(octets.size() - i, voulu);
+      crible.cribler(std::span{octets}.subspan(i, n));
+      i += n;
+    }
+    EXPECT_TRUE(octets == rayer_sur_la_roue_de_210(octet, fin, cribleurs)) << octet;
+  }
+}
+
 // Few buckets, which are taken again in a circle, and rounds that begin while primes wait.
 TEST(CribleGrandLent, MoreSegmentsThanBucketsAsByAPlainWalk) {
   const std::uint64_t octet = dix(13) / 30 + 12345;
@@ -448,6 +495,12 @@ TEST(CribleGrandLent, PrimesThatComeInLaterAsByAPlainWalk) {
                       {{aucune_gardee, Partage::tour_min, true},
                        {1'048'700, Partage::tour_min, false},
                        {toutes_gardees, Partage::tour_min, false}});
+}
+
+// Kept primes in rows, kept primes in buckets, and the border between them.
+TEST(CribleGrand, KeptPrimesOnBothSidesOfTheRowsAsByAPlainWalk) {
+  const std::uint64_t octet = dix(14) / 30 + 4321;
+  comparer_les_grands(octet, octet + 3 * seg, {{toutes_gardees, Partage::tour_max, false}});
 }
 
 TEST(CribleLent, LargePrimesUpToTheEndOfTheNumbers) {

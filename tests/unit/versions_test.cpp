@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <initializer_list>
 #include <iterator>
+#include <memory>
 #include <random>
 #include <span>
 #include <string_view>
@@ -26,6 +27,7 @@
 #include "primes/compte/roue2310.h"
 #include "primes/compte/segment.h"
 #include "primes/compte/tables.h"
+#include "primes/crible/marche.h"
 #include "primes/crible/precrible.h"
 #include "primes/crible/touches.h"
 #include "primes/facteurs/ecm_huit.h"
@@ -180,6 +182,73 @@ TEST(Versions, MultiplesOfLargeSievingPrimes) {
         ASSERT_EQ(trouves, attendus) << n << " candidates at " << w.debut;
         const std::uint64_t k = (1U << 20) + hasard() % 100'000'000;
         candidats.push_back(static_cast<std::uint32_t>(30 * k + residus[k % 8]));
+      }
+    }
+  });
+}
+
+/// A sieving prime (any number prime to 30) with a multiple: p times q, in byte `place` of the segment.
+struct Marcheur {
+  std::uint64_t p, q, place;
+};
+
+/// Notes what p passes up to byte `taille`, as `marcher` should, and goes on.
+void marcher_lentement(Marcheur& x, std::uint64_t taille, Nombres& passes) {
+  while (x.place < taille) {
+    const unsigned reste = 0xFF & ~(1U << indice_suivant[x.p * x.q % 30]);
+    passes.push_back(static_cast<std::uint32_t>(x.place << Marcheurs::ou_octet | reste));
+    const std::uint64_t avant = x.p * x.q / 30;
+    do ++x.q;
+    while (x.q % 2 == 0 || x.q % 3 == 0 || x.q % 5 == 0 || x.q % 7 == 0);
+    x.place += x.p * x.q / 30 - avant;
+  }
+  x.place -= taille;
+}
+
+/// `n` of them with residue r, from 2^17 up to 2^24, at every cofactor in turn.
+std::vector<Marcheur> marcheurs_au_hasard(std::size_t n, std::size_t r, std::mt19937_64& hasard) {
+  std::vector<Marcheur> liste(n);
+  for (std::size_t i = 0; i < n; ++i) {
+    const std::uint64_t k = i == 0 ? (1U << 24) / 30 - 1 : 4370 + hasard() % (5000U << i % 7);
+    liste[i] = {30 * k + residus[r], roue_210::valeurs[i % 48], hasard() % (10 * k)};
+  }
+  return liste;
+}
+
+void comparer_la_marche(decltype(&marcher) marcher_ici, std::size_t n, std::size_t r,
+                        std::uint32_t taille, std::mt19937_64& hasard) {
+  auto liste = marcheurs_au_hasard(n, r, hasard);
+  const auto bloc = std::make_unique<Marcheurs>();
+  for (std::size_t i = 0; i < n; ++i) {
+    bloc->etat[i] = static_cast<std::uint32_t>(liste[i].p / 30 << Marcheurs::ou_k | i % 48);
+    bloc->place[i] = static_cast<std::uint32_t>(liste[i].place << Marcheurs::ou_octet);
+  }
+  for (int segment = 0; segment < 3; ++segment) {
+    Nombres attendus;
+    for (Marcheur& x : liste) marcher_lentement(x, taille, attendus);
+    Nombres passes(attendus.size() + 17, 0xFFFFFFFF);
+    const std::size_t combien = marcher_ici(*bloc, n, r, taille, passes.data());
+    ASSERT_EQ(passes.back(), 0xFFFFFFFF) << "wrote behind the room that it asks for";
+    passes.resize(combien);
+    std::sort(passes.begin(), passes.end());
+    std::sort(attendus.begin(), attendus.end());
+    ASSERT_EQ(passes, attendus) << n << " of residue " << r << ", " << taille << " bytes";
+    for (std::size_t i = 0; i < n; ++i) {
+      ASSERT_EQ(bloc->place[i], liste[i].place << Marcheurs::ou_octet) << i;
+      ASSERT_EQ(bloc->etat[i] >> Marcheurs::ou_k, liste[i].p / 30) << i;
+    }
+  }
+}
+
+// The order is not part of the answer.
+TEST(Versions, WalkFromMultipleToMultiple) {
+  std::mt19937_64 hasard(6);
+  pour_chaque_version("marcher", versions_de_marcher(), [&](auto marcher_ici) {
+    for (std::size_t r = 0; r < 8; ++r) {
+      for (const std::uint32_t taille : {1U, 1000U, (1U << 19) - 1, 1U << 19}) {
+        for (std::size_t n = 0; n <= 33; ++n) comparer_la_marche(marcher_ici, n, r, taille, hasard);
+        comparer_la_marche(marcher_ici, Marcheurs::places - 1, r, taille, hasard);
+        comparer_la_marche(marcher_ici, Marcheurs::places, r, taille, hasard);
       }
     }
   });
