@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+// Which way to a rank or to a value, by what they cost.
 #include "primes/table.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 #include "primes/compte/compte.h"
@@ -22,16 +22,6 @@ constexpr std::int64_t toujours_gardes = 200'000;
 /// The bits up to a place are made when reading below it has cost this part of what they cost: what
 /// one reading wastes on them stays below that, and readings that follow have them early.
 constexpr double part_a_depenser = 1.0 / 8;
-
-double cout_saut(double nombre, double x) { return cout_intervalle(nombre * std::log(x), x); }
-
-/// By how many primes the estimate of a prime near x is wrong, in the mean.
-double erreur_d_estimation(double x) { return 0.2 * std::sqrt(x); }
-
-/// Counting the primes up to about x, and sieving to the one of the rank.
-double cout_par_un_compte(double x) {
-  return cout_compte(x) + cout_saut(erreur_d_estimation(x), x);
-}
 
 double ecart(std::int64_t a, std::int64_t b) { return std::abs(static_cast<double>(a - b)); }
 

@@ -7,10 +7,10 @@
 #include <string>
 
 #include "primes/arithmetique/zz.h"
-#include "primes/concatenations/decades.h"
 #include "primes/concatenations/decoupe.h"
 #include "primes/concatenations/dette_morceaux.h"
 #include "primes/concatenations/parcours.h"
+#include "primes/crible/decades.h"
 
 namespace premiers {
 

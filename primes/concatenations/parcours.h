@@ -6,7 +6,7 @@
 // A cut after j digits of a node is described by the number of ways to reach it and by the value of
 // the digits after it. The ways to reach the end of a child are the sum of the ways to reach those
 // cuts from which the digits to its end form a prime; for all ten children this is one look-up per
-// cut (primes/concatenations/decades.h). Cuts that no way reaches are dropped at once. So ten
+// cut (primes/crible/decades.h). Cuts that no way reaches are dropped at once. So ten
 // numbers of nine digits cost about five look-ups.
 //
 // Pieces longer than the looked-up ones are tested (primes/primalite/primalite.h), only for numbers
@@ -26,8 +26,8 @@
 #include <vector>
 
 #include "primes/arithmetique/zz.h"
+#include "primes/concatenations/chiffres.h"
 #include "primes/concatenations/concatenations.h"
-#include "primes/concatenations/decades.h"
 #include "primes/concatenations/dette_morceaux.h"
 #include "primes/concatenations/report.h"
 #include "primes/primalite/primalite.h"

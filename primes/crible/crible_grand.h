@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -17,6 +18,8 @@
 #include "primes/crible/premiers_cribleurs.h"
 
 namespace premiers {
+
+struct Fenetres;
 
 /// The large sieving primes, from `premier_grand` to the root of the end.
 struct CribleGrand {
@@ -53,8 +56,7 @@ struct CribleGrand {
   std::uint64_t fin_tour_;
   std::uint64_t longueur_;  // of the next round
   Partage partage_;
-  std::uint64_t octet_garde_;  // the primes before this byte are kept already
-  std::unique_ptr<Crible> cribleurs_;
+  std::unique_ptr<Fenetres> cribleurs_;  // those that are kept already are behind its window
   CribleGarde gardes_;
   CribleTours tours_;
   std::vector<std::uint8_t> masque_;  // of a segment that is asked for in pieces

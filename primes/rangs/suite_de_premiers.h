@@ -13,7 +13,7 @@
 
 #include "primes/arithmetique/suivi.h"
 #include "primes/rangs/bits_gardes.h"
-#include "primes/rangs/intervalle.h"
+#include "primes/rangs/lots_de_premiers.h"
 
 namespace premiers {
 
