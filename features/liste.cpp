@@ -8,7 +8,7 @@
 #include "console/entrees.h"
 #include "console/suivre.h"
 #include "primes/dette/decisions.h"
-#include "primes/rangs/intervalle.h"
+#include "primes/rangs/lots_de_premiers.h"
 
 namespace premiers {
 

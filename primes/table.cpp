@@ -3,7 +3,6 @@
 #include "primes/table.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 #include "primes/compte/compte.h"
@@ -27,18 +26,6 @@ constexpr std::int64_t toujours_gardes = 200'000;
 /// to 1/2. Measured on random ranks below 10^7: 20 of them take 0.6 of the time with 1/2 and 1.15 with
 /// 1/64, a thousand take the same with all three.
 constexpr double part_a_depenser = 1.0 / 8;
-
-double cout_saut(double nombre, double x) { return cout_intervalle(nombre * std::log(x), x); }
-
-/// By how many primes the estimate of a prime near x may be wrong. Generous: R misses pi by 1,476 at 10^12
-/// (OEIS A057794), for which this says 200,000. Sieving that much is still little beside the count, and the
-/// choice between a count and a walk is all that it enters.
-double erreur_d_estimation(double x) { return 0.2 * std::sqrt(x); }
-
-/// Counting the primes up to about x, and sieving to the one of the rank.
-double cout_par_un_compte(double x) {
-  return cout_compte(x) + cout_saut(erreur_d_estimation(x), x);
-}
 
 double ecart(std::int64_t a, std::int64_t b) { return std::abs(static_cast<double>(a - b)); }
 

@@ -161,7 +161,7 @@ SANS_EFFET = [
      "a proof that does not succeed hands over to the next one"),
     ("primes/compte/difficiles.cpp", "Compteur compteur(a.segment, ligne.curseur + fin);",
      "how many questions are to come decides how the flags are summed, not what"),
-    ("primes/concatenations/decades.h",
+    ("primes/crible/decades.h",
      "for (std::size_t octet = 0; octet <= 256; ++octet) {", "256 has none of the eight bits"),
     ("primes/dette/morceaux.cpp",
      "if (dette_.borne_due > borne_des_diviseurs) return;",

@@ -2,6 +2,7 @@
 // Reading sieved bytes: eight at a time, as one word whose set bits are the primes in order.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -34,6 +35,27 @@ constexpr std::uint8_t drapeaux_jusqu_a(std::uint64_t r) {
 
 static_assert(drapeaux_a_partir_de(7) == 0xFE && drapeaux_jusqu_a(7) == 0x03 &&
               drapeaux_jusqu_a(29) == 0xFF);
+
+/// masques_jusqu_a[r], 0 <= r < 240: the bits of a word that stand for integers <= r, counted from
+/// the first integer of the word.
+inline constexpr std::array<std::uint64_t, 240> masques_jusqu_a = [] {
+  std::array<std::uint64_t, 240> t{};
+  for (std::size_t r = 0; r < 240; ++r) {
+    for (unsigned o = 0; o <= r / 30; ++o) {
+      const std::uint64_t ici = o < r / 30 ? 0xFF : drapeaux_jusqu_a(r % 30);
+      t[r] |= ici << (8 * o);
+    }
+  }
+  return t;
+}();
+
+static_assert(masques_jusqu_a[0] == 0 && masques_jusqu_a[29] == 0xFF &&
+              masques_jusqu_a[30 + 7] == 0x3FF && masques_jusqu_a[239] == ~std::uint64_t{0});
+
+/// The number of flags of a word for integers <= r, 0 <= r < 240.
+[[gnu::always_inline]] inline std::uint64_t compter_jusqu_a(std::uint64_t mot, std::size_t r) {
+  return static_cast<std::uint64_t>(std::popcount(mot & masques_jusqu_a[r]));
+}
 
 /// Clears the flags of what is below a and above b; `octets` are those of a / 30 to b / 30.
 inline void limiter(std::span<std::uint8_t> octets, std::uint64_t a, std::uint64_t b) {
@@ -70,6 +92,12 @@ struct PlaceDuBit {
 };
 PlaceDuBit place_du_bit(const std::uint8_t* octets, std::uint32_t n);
 Versions<decltype(&place_du_bit)> versions_de_place_du_bit();
+
+/// The integer that this bit stands for, where the bytes begin with number `premier_octet`.
+inline std::uint64_t valeur(std::uint64_t premier_octet, const PlaceDuBit& place) {
+  return (premier_octet + 8 * place.mot) * 30 +
+         valeurs_bits[static_cast<std::size_t>(std::countr_zero(place.reste))];
+}
 
 /// Counts line by line, 64 bytes each: `avant[l]` becomes the number of set bits before line l, as
 /// many lines as `avant` has places; gives the number in all.

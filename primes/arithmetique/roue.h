@@ -37,6 +37,11 @@ inline constexpr std::array<std::uint8_t, 30> indice_suivant = [] {
   return t;
 }();
 
+/// All bits of a byte but the one for r, which is coprime to 30.
+constexpr std::uint8_t sans_drapeau(std::uint64_t r) {
+  return static_cast<std::uint8_t>(~(1U << indice_suivant[static_cast<std::size_t>(r % 30)]));
+}
+
 /// valeurs_bits[i]: what bit i of a 64-bit word (8 bytes, the first one lowest) stands for, counted
 /// from the first integer of the word; 30 * 7 + 29 = 239 at most.
 inline constexpr std::array<std::uint8_t, 64> valeurs_bits = [] {
@@ -56,11 +61,12 @@ struct Croix {
   /// Bytes from (30 k + r) j + k c to the multiple.
   static constexpr unsigned decalage = produit / 30;
   /// All bits but the one of the multiple.
-  static constexpr auto masque = static_cast<std::uint8_t>(~(1u << indice_suivant[produit % 30]));
+  static constexpr auto masque = sans_drapeau(produit);
   /// To the multiple by the next cofactor: k * ecarts[C] + retenue bytes.
   static constexpr unsigned retenue = (produit % 30 + unsigned{residus[R]} * ecarts[C]) / 30;
 };
 
+static_assert(sans_drapeau(1) == 0xFE && sans_drapeau(59) == 0x7F);
 static_assert(ecarts[0] == 6 && ecarts[7] == 2 && valeurs_bits[63] == 239);
 
 }  // namespace premiers

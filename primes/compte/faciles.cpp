@@ -24,15 +24,13 @@
 #include <cassert>
 #include <vector>
 
+#include "primes/arithmetique/quotient.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/compte/phi.h"
 
 namespace premiers {
 
 namespace {
-
-// The reciprocals below divide w < 2^51 exactly.
-constexpr unsigned bits_exacts = 51;
 
 // Asks for poids * sum of pi(w / r) over the primes r of ranks ]bas, haut].
 struct Rangee {
@@ -49,7 +47,7 @@ struct Devis {
 
   void ajouter(std::uint64_t w, std::uint64_t poids, std::uint64_t bas, std::uint64_t haut) {
     if (bas >= haut) return;
-    assert(w >> bits_exacts == 0);
+    assert(w >> bits_par_inverse<double> == 0);
     rangees.push_back(
         {w, poids, static_cast<std::uint32_t>(bas), static_cast<std::uint32_t>(haut)});
   }
@@ -117,11 +115,10 @@ Devis dresser(const Plan& plan) {
   return devis;
 }
 
-// The reciprocals of the primes by rank. (w + 0.5) / r lies at least 0.5 / r from any integer, and
-// a product with the rounded reciprocal is off by less than w / r * 2^-52: the truncated product is
-// floor(w / r) for all w < 2^51. No w is larger: where m = r, w = x / q with q^3 > x / y (there is
-// no r <= y otherwise), so w^3 < x^2 y <= 64 x^(7/3) < 2^153; where m = r1 r2, w is x / q / r1 with
-// r1 > 23 and q^3 > x / z, z < 13 y, which is less.
+// The reciprocals of the primes by rank (primes/arithmetique/quotient.h), which divide all w < 2^51.
+// No w is larger: where m = r, w = x / q with q^3 > x / y (there is no r <= y otherwise), so
+// w^3 < x^2 y <= 64 x^(7/3) < 2^153; where m = r1 r2, w is x / q / r1 with r1 > 23 and q^3 > x / z,
+// z < 13 y, which is less.
 std::vector<double> inverser(const std::vector<std::uint32_t>& premiers) {
   std::vector<double> inverses(premiers.size());
   for (std::size_t i = 1; i < premiers.size(); ++i) inverses[i] = 1.0 / premiers[i];
@@ -138,9 +135,9 @@ std::vector<double> inverser(const std::vector<std::uint32_t>& premiers) {
   const auto arret = static_cast<std::uint32_t>(
       std::clamp<std::uint64_t>(plan.pi(borne), rangee.bas, rangee.haut));
   std::uint64_t somme = 0;
-  const double w_reel = static_cast<double>(w) + 0.5;
+  const auto w_et_demi = avec_demi<double>(w);
   for (std::uint32_t i = rangee.haut; i > arret; --i) {
-    somme += fenetre(static_cast<std::uint64_t>(static_cast<std::int64_t>(w_reel * inverses[i])));
+    somme += fenetre(static_cast<std::uint64_t>(quotient_par_inverse(w_et_demi, inverses[i])));
   }
   rangee.haut = arret;
   return rangee.poids * somme;
@@ -161,12 +158,12 @@ std::uint64_t feuilles_par(const Plan& plan, const Suivi& suivi) {
   for (const Rangee& r : devis.rangees) total += r.haut - r.bas;
 
   std::uint64_t cases = racine_carree(plan.x) / 240 + 1;
-  Crible crible(0, 8 * cases);
+  Fenetres fenetres(0, 240 * cases - 1);
   TablePi fenetre;
   std::uint64_t faites = 0;
   std::uint64_t appel = feuilles_par_appel;
   for (; cases > 0 && !devis.rangees.empty(); cases -= std::min(cases, cases_par_fenetre)) {
-    fenetre.avancer(crible, std::min(cases, cases_par_fenetre));
+    fenetre.avancer(fenetres, std::min(cases, cases_par_fenetre));
     for (Rangee& rangee : devis.rangees) {
       const std::uint32_t haut = rangee.haut;
       devis.somme += balai(rangee, fenetre, plan, inverses);

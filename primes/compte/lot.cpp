@@ -10,6 +10,7 @@
 #include <immintrin.h>
 #endif
 
+#include "primes/arithmetique/quotient.h"
 #include "primes/compte/roue2310.h"
 
 namespace premiers {
@@ -32,14 +33,8 @@ std::size_t retenir(const std::uint16_t* entrees, std::uint32_t haut, std::uint3
 
 void diviser(std::uint64_t w, std::uint64_t debut, const std::uint32_t* m, std::size_t nombre,
              std::uint32_t* questions) {
-  const auto reel = static_cast<double>(w);
   for (std::size_t k = 0; k < nombre; ++k) {
-    // Double precision, then what is wrong is put right.
-    const std::uint64_t d = m[k] | 1U;
-    const double quotient = reel / static_cast<double>(static_cast<std::int64_t>(d));
-    auto n = static_cast<std::uint64_t>(static_cast<std::int64_t>(quotient));
-    n += (n + 1) * d <= w ? 1 : 0;
-    n -= n * d > w ? 1 : 0;
+    const std::uint64_t n = quotient_inferieur(w, m[k] | 1U);
     questions[k] = static_cast<std::uint32_t>(2 * (n - debut) + (m[k] & 1U));
   }
 }
@@ -93,18 +88,12 @@ constexpr auto valeurs_a_rebours = [] {
                                                         std::uint32_t* questions) {
   constexpr __mmask8 huit = 0xFF;
   const __m512i un = _mm512_set1_epi64(1);
-  const __m512i ws = _mm512_set1_epi64(static_cast<long long>(w));
   const __m512i debuts = _mm512_set1_epi64(static_cast<long long>(debut));
-  const __m512d reel = _mm512_set1_pd(static_cast<double>(w));
   for (std::size_t k = 0; k < nombre; k += 8) {
     const __m512i marques = _mm512_maskz_cvtepu32_epi64(
         huit, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(m + k)));
-    const __m512i d = _mm512_or_si512(marques, un);
-    __m512i n = _mm512_cvttpd_epi64(_mm512_div_pd(reel, _mm512_cvtepi64_pd(d)));
-    const __m512i reste = _mm512_sub_epi64(ws, _mm512_mullo_epi64(n, d));
-    n = _mm512_mask_add_epi64(n, _mm512_cmpge_epi64_mask(reste, d), n, un);
-    n = _mm512_mask_sub_epi64(n, _mm512_cmplt_epi64_mask(reste, _mm512_setzero_si512()), n, un);
-    n = _mm512_sub_epi64(n, debuts);
+    const __m512i n =
+        _mm512_sub_epi64(huit_quotients_inferieurs(w, _mm512_or_si512(marques, un)), debuts);
     const __m512i question =
         _mm512_add_epi64(_mm512_add_epi64(n, n), _mm512_and_si512(marques, un));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(questions + k),

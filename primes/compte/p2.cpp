@@ -9,10 +9,13 @@
 #include <algorithm>
 #include <bit>
 #include <cassert>
+#include <span>
 #include <vector>
 
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/racines.h"
+#include "primes/crible/fenetres.h"
+#include "primes/crible/premiers_jusqu_a.h"
 
 namespace premiers {
 
@@ -24,27 +27,19 @@ struct Descente {
   std::uint64_t fin;
   std::vector<std::uint32_t> premiers{};  // increasing
 
-  // Effect: bytes sieved at a time. A stretch costs its sieve's start, so it should be long beside
-  // the sieving primes, which stay below 65536. Sensible: 2^17 to 2^21.
-  static constexpr std::uint64_t octets_par_lot = std::uint64_t{1} << 18;
+  // Effect: integers sieved at a time. A stretch costs its sieve's start, so it should be long beside
+  // the sieving primes, which stay below 65536. Sensible: 30 times 2^17 to 2^21.
+  static constexpr std::uint64_t entiers_par_lot = 30 * (std::uint64_t{1} << 18);
 
   // The next stretch into `premiers`; false when there is none.
   bool suivante() {
     premiers.clear();
     while (premiers.empty() && fin > y) {
-      const std::uint64_t octet_fin = fin / 30 + 1;
-      const std::uint64_t octet = std::max(y / 30, octet_fin - std::min(octet_fin, octets_par_lot));
-      Crible crible(octet, octet_fin);
-      std::vector<std::uint8_t> octets(std::min<std::uint64_t>(crible.taille(), octet_fin - octet));
-      for (std::uint64_t o = octet; o < octet_fin;) {
-        const std::uint64_t lot = std::min<std::uint64_t>(octets.size(), octet_fin - o);
-        crible.remplir({octets.data(), lot});
-        pour_chaque_premier({octets.data(), lot}, o, [&](std::uint64_t p) {
-          if (p > y && p <= fin) premiers.push_back(static_cast<std::uint32_t>(p));
-        });
-        o += lot;
-      }
-      fin = std::min(30 * octet - std::min<std::uint64_t>(30 * octet, 1), fin);
+      const std::uint64_t debut = std::max(y, fin - std::min(fin, entiers_par_lot)) + 1;
+      pour_les_premiers(debut, fin, {}, [this](std::uint64_t p) {
+        premiers.push_back(static_cast<std::uint32_t>(p));
+      });
+      fin = debut - 1;
     }
     return !premiers.empty();
   }
@@ -52,31 +47,29 @@ struct Descente {
 
 // Counts the primes up to ever larger bounds, all <= sommet.
 struct Montee {
+  // In whole words.
   Montee(std::uint64_t sommet, const Suivi& rapport)
-      : octet_fin(8 * (sommet / 240 + 1)), crible(0, octet_fin), suivi(rapport) {}
+      : fenetres(0, sommet / 240 * 240 + 239), suivi(rapport) {}
 
-  std::uint64_t octet_fin;
-  Crible crible;
+  Fenetres fenetres;
   const Suivi& suivi;
-  std::vector<std::uint8_t> octets{};
+  std::span<const std::uint8_t> octets{};
   std::uint64_t origine = 0;  // the integer that the segment starts at
   std::uint64_t fin = 0;      // and the one after it
   std::size_t mot = 0;        // words of the segment already counted
   std::uint64_t compte = 3;   // primes before that word; 2, 3 and 5 have no flag
 
   void segment_suivant() {
-    const std::uint64_t octet = fin / 30;
-    if (suivi) suivi(static_cast<double>(octet) / static_cast<double>(octet_fin));
-    octets.resize(std::min<std::uint64_t>(crible.taille(), octet_fin - fin / 30));
-    assert(!octets.empty());  // all bounds are <= sommet
-    crible.remplir(octets);
+    [[maybe_unused]] const bool encore = fenetres.suivante(suivi);
+    assert(encore);  // all bounds are <= sommet
+    octets = fenetres.octets();
     origine = fin;
     fin += 30 * octets.size();
     mot = 0;
   }
 };
 
-[[gnu::always_inline]] inline std::uint64_t compter_jusqu_a(Montee& m, std::uint64_t n) {
+[[gnu::always_inline]] inline std::uint64_t monter_jusqu_a(Montee& m, std::uint64_t n) {
   const auto avancer = [&m](std::size_t jusqu_a) {
     const std::uint8_t* octets = m.octets.data();
     std::uint64_t compte = m.compte;
@@ -92,15 +85,14 @@ struct Montee {
   }
   const std::uint64_t i = n - m.origine;
   avancer(i / 240);
-  const std::uint64_t dernier = lire_mot(m.octets.data() + 8 * m.mot) & masques_jusqu_a[i % 240];
-  return m.compte + static_cast<std::uint64_t>(std::popcount(dernier));
+  return m.compte + compter_jusqu_a(lire_mot(m.octets.data() + 8 * m.mot), i % 240);
 }
 
 // Sum of pi(x / p) over one stretch of primes, from the largest down.
 [[gnu::always_inline]] inline std::uint64_t sommer(Montee& m, std::uint64_t x,
                                                    const std::vector<std::uint32_t>& p) {
   std::uint64_t somme = 0;
-  for (std::size_t i = p.size(); i-- > 0;) somme += compter_jusqu_a(m, x / p[i]);
+  for (std::size_t i = p.size(); i-- > 0;) somme += monter_jusqu_a(m, x / p[i]);
   return somme;
 }
 

@@ -36,9 +36,8 @@ TablePhi table_phi() {
 
 std::uint64_t phi_7(const TablePhi& table, std::uint64_t x) {
   const auto reste = static_cast<std::uint32_t>(x % periode);
-  const std::uint64_t dernier = table.drapeaux[reste / 240] & masques_jusqu_a[reste % 240];
   return x / periode * par_periode + table.avant[reste / 240] +
-         static_cast<std::uint64_t>(std::popcount(dernier));
+         compter_jusqu_a(table.drapeaux[reste / 240], reste % 240);
 }
 
 // The leaves n * m for the m > 1 made of primes from rank `rang` on, n being mu-signed.

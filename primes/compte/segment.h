@@ -43,6 +43,8 @@ struct SegmentCompte {
   static constexpr std::size_t mots_par_bloc = 8;
   static constexpr std::size_t octets_par_bloc = 8 * mots_par_bloc;
   static constexpr std::size_t taille_max = std::size_t{1} << 22;
+  /// Questions from one block to the next lie so far apart.
+  static constexpr Question questions_par_bloc = 2 * 240 * mots_par_bloc;
 
   /// `taille` in bytes, a multiple of a block, at most `taille_max`.
   explicit SegmentCompte(std::size_t taille);

@@ -1,48 +1,37 @@
 // SPDX-License-Identifier: MIT
+// The tables filled from the sieve, and the bounds of a plan checked.
 #include "primes/compte/tables.h"
 
-#include <algorithm>
+#include <bit>
 #include <stdexcept>
 
-#include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/entier128.h"
+#include "primes/crible/premiers_jusqu_a.h"
 
 namespace premiers {
 
 TablePi::TablePi(std::uint64_t borne) {
   const std::uint64_t nombre = borne / 240 + 1;
-  Crible crible(0, 8 * nombre);
-  avancer(crible, nombre);
+  Fenetres fenetres(0, 240 * nombre - 1);
+  avancer(fenetres, nombre);
 }
 
-void TablePi::avancer(Crible& crible, std::size_t nombre) {
+void TablePi::avancer(Fenetres& fenetres, std::size_t nombre) {
   debut_ = fin();
   cases_.resize(nombre);
-  const std::size_t pas = std::min(crible.taille() / 8, nombre);
-  std::vector<std::uint8_t> octets(8 * pas);
-  for (std::size_t i = 0; i < nombre;) {
-    const std::size_t lot = std::min(pas, nombre - i);
-    crible.remplir({octets.data(), 8 * lot});
-    for (std::size_t j = 0; j < lot; ++j, ++i) {
-      cases_[i] = {lire_mot(octets.data() + 8 * j), total_};
-      total_ += static_cast<std::uint64_t>(std::popcount(cases_[i].drapeaux));
+  auto ici = cases_.begin();
+  while (fenetres.suivante_avant(fin() / 30)) {
+    const auto octets = fenetres.octets();
+    for (std::size_t o = 0; o < octets.size(); o += 8, ++ici) {
+      *ici = {lire_mot(octets.data() + o), total_};
+      total_ += static_cast<std::uint64_t>(std::popcount(ici->drapeaux));
     }
   }
 }
 
 std::vector<std::uint32_t> premiers_par_rang(std::uint64_t borne) {
-  std::vector<std::uint32_t> premiers{0, 2, 3, 5};
-  Crible crible(0, borne / 30 + 1);
-  std::vector<std::uint8_t> octets(std::min<std::uint64_t>(crible.taille(), borne / 30 + 1));
-  for (std::uint64_t octet = 0; octet <= borne / 30;) {
-    const std::uint64_t lot = std::min<std::uint64_t>(octets.size(), borne / 30 + 1 - octet);
-    crible.remplir({octets.data(), lot});
-    pour_chaque_premier({octets.data(), lot}, octet, [&](std::uint64_t p) {
-      premiers.push_back(static_cast<std::uint32_t>(p));
-    });
-    octet += lot;
-  }
-  while (premiers.back() > borne) premiers.pop_back();
+  std::vector<std::uint32_t> premiers = premiers_jusqu_a(borne);
+  premiers.insert(premiers.begin(), 0);
   return premiers;
 }
 

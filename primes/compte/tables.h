@@ -3,40 +3,28 @@
 // and tables of pi(n) at two bits for each integer coprime to 30.
 #pragma once
 
-#include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
+#include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/roue.h"
-#include "primes/crible/crible.h"
+#include "primes/crible/fenetres.h"
 
 namespace premiers {
-
-/// masques_jusqu_a[r], 0 <= r < 240: the bits of a word that stand for residues <= r.
-inline constexpr std::array<std::uint64_t, 240> masques_jusqu_a = [] {
-  std::array<std::uint64_t, 240> t{};
-  for (std::size_t r = 0; r < 240; ++r) {
-    for (std::size_t i = 0; i < 64; ++i) {
-      if (valeurs_bits[i] <= r) t[r] |= std::uint64_t{1} << i;
-    }
-  }
-  return t;
-}();
 
 /// pi(n) for n in a window of integers, from a word of flags and the count before it for every 240
 /// integers: 16 bytes for 240 integers, one cache line touched by a look-up.
 struct TablePi {
-  /// A table that covers nothing yet; `avancer` fills it with what `crible`, which starts at byte
-  /// 0, gives next.
+  /// A table that covers nothing yet; `avancer` fills it with what `fenetres`, which start at byte
+  /// 0 and end with a word, give next.
   TablePi() = default;
   /// The table of all n <= borne.
   explicit TablePi(std::uint64_t borne);
 
-  /// Moves the window on to the next `nombre` words of the sieve, right after the present window.
-  void avancer(Crible& crible, std::size_t nombre);
+  /// Moves the window on to the next `nombre` words, right after the present window.
+  void avancer(Fenetres& fenetres, std::size_t nombre);
 
   /// The window is [debut(), fin()).
   std::uint64_t debut() const { return debut_; }
@@ -46,8 +34,7 @@ struct TablePi {
   [[gnu::always_inline]] std::uint64_t operator()(std::uint64_t n) const {
     const auto i = static_cast<std::uint32_t>(n - debut_);
     const Case& c = cases_[i / 240];
-    return c.avant +
-           static_cast<std::uint64_t>(std::popcount(c.drapeaux & masques_jusqu_a[i % 240]));
+    return c.avant + compter_jusqu_a(c.drapeaux, i % 240);
   }
 
  private:

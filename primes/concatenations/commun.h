@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "primes/concatenations/concatenations.h"
-#include "primes/concatenations/decades.h"
+#include "primes/crible/decades.h"
 #include "primes/suivi/suivi.h"
 
 namespace premiers {

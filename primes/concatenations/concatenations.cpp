@@ -8,9 +8,9 @@
 #include <string>
 
 #include "primes/arithmetique/zz.h"
-#include "primes/concatenations/decades.h"
 #include "primes/concatenations/parcours.h"
 #include "primes/concatenations/tailles.h"
+#include "primes/crible/decades.h"
 
 namespace premiers {
 

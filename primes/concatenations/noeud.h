@@ -7,8 +7,9 @@
 #include <cstddef>
 #include <vector>
 
-#include "primes/concatenations/decades.h"
+#include "primes/concatenations/chiffres.h"
 #include "primes/concatenations/tailles.h"
+#include "primes/crible/decades.h"
 
 namespace premiers {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Who tells which of ten numbers are prime: the decades that are looked up (decades.h), windows of
+// Who tells which of ten numbers are prime: the decades that are looked up (primes/crible/decades.h), windows of
 // decades where a search goes through so many long pieces that sieving pays, and a test
 // (primes/primalite/primalite.h) for the rest.
 #pragma once
@@ -12,9 +12,10 @@
 #include <type_traits>
 
 #include "primes/arithmetique/zz.h"
+#include "primes/concatenations/chiffres.h"
 #include "primes/concatenations/commun.h"
-#include "primes/concatenations/decades.h"
 #include "primes/concatenations/tailles.h"
+#include "primes/crible/decades.h"
 
 namespace premiers {
 

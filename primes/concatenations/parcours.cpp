@@ -10,11 +10,12 @@
 #include <utility>
 #include <vector>
 
-#include "primes/concatenations/decades.h"
+#include "primes/concatenations/chiffres.h"
 #include "primes/concatenations/examen.h"
 #include "primes/concatenations/noeud.h"
 #include "primes/concatenations/oracle.h"
 #include "primes/concatenations/tailles.h"
+#include "primes/crible/decades.h"
 
 namespace premiers {
 

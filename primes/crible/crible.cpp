@@ -8,8 +8,8 @@
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/fenetres.h"
 #include "primes/crible/precrible.h"
-#include "systeme/grandes_pages.h"
 
 namespace premiers {
 
@@ -94,18 +94,8 @@ std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& 
   if (a > b) return 0;
   std::uint64_t nombre = 0;
   for (const unsigned p : {2u, 3u, 5u}) nombre += a <= p && p <= b;
-  std::uint64_t octet = a / 30;
-  const std::uint64_t fin = b / 30 + 1;
-  Crible crible(octet, fin, ~std::uint64_t{0}, memoire);
-  const systeme::GrandesPages tampon(crible.taille());
-  while (octet < fin) {
-    const auto segment = tampon.octets().first(std::min<std::uint64_t>(tampon.size(), fin - octet));
-    crible.remplir(segment, suivi);
-    if (octet == a / 30) segment.front() &= drapeaux_a_partir_de(a % 30);
-    octet += segment.size();
-    if (octet == fin) segment.back() &= drapeaux_jusqu_a(b % 30);
-    nombre += compter_bits(segment);
-  }
+  Fenetres fenetres(a, b, {.memoire = memoire});
+  while (fenetres.suivante(suivi)) nombre += compter_bits(fenetres.octets());
   return nombre;
 }
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "primes/arithmetique/quotient.h"
 #include "primes/arithmetique/roue.h"
-#include "primes/crible/premier_multiple.h"
 #include "primes/crible/roue_30030.h"
 
 namespace premiers {

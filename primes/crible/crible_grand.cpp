@@ -5,7 +5,7 @@
 
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/racines.h"
-#include "primes/crible/crible.h"
+#include "primes/crible/fenetres.h"
 
 namespace premiers {
 
@@ -38,7 +38,6 @@ CribleGrand::CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, const Par
                     ? partage.tour
                     : std::max(partage.tour / part_du_premier, taille_segment)),
       partage_(partage),
-      octet_garde_(premier_octet),
       gardes_(octet, octet_fin, partage.borne),
       tours_(std::max(partage.borne / 30 + 1, premier_octet), octet_fin, partage.notes) {}
 
@@ -47,24 +46,21 @@ CribleGrand::~CribleGrand() = default;
 /// Sees to it that the primes up to `racine` that are to be kept are.
 void CribleGrand::garder_jusqu_a(std::uint64_t racine, const Annonce& annoncer) {
   const std::uint64_t fin = std::min(racine, partage_.borne) / 30 + 1;
-  if (octet_garde_ >= fin) return;
+  if (fin <= premier_octet) return;
   if (cribleurs_ == nullptr) {
-    cribleurs_ = std::make_unique<Crible>(octet_garde_, partage_.borne / 30 + 1);
+    cribleurs_ = std::make_unique<Fenetres>(30 * premier_octet, partage_.borne / 30 * 30 + 29,
+                                            ChoixDesFenetres{.taille = taille_troncon});
   }
-  std::vector<std::uint8_t> troncon(std::min(taille_troncon, fin - octet_garde_));
-  while (octet_garde_ < fin) {
-    const auto octets =
-        std::span{troncon}.first(std::min<std::uint64_t>(troncon.size(), fin - octet_garde_));
-    cribleurs_->remplir(octets);
-    pour_chaque_premier(octets, octet_garde_, [&](std::uint64_t premier) {
-      const auto p = static_cast<std::uint32_t>(premier);
-      if (p < CribleSeize::dernier && CribleSeize::vaut()) {
-        seize_.ajouter(p, fin_tour_, fin_);
-      } else {
-        gardes_.ajouter(p);
-      }
-    });
-    octet_garde_ += octets.size();
+  while (cribleurs_->suivante_avant(fin)) {
+    pour_chaque_premier(cribleurs_->octets(), cribleurs_->premier_octet(),
+                        [&](std::uint64_t premier) {
+                          const auto p = static_cast<std::uint32_t>(premier);
+                          if (p < CribleSeize::dernier && CribleSeize::vaut()) {
+                            seize_.ajouter(p, fin_tour_, fin_);
+                          } else {
+                            gardes_.ajouter(p);
+                          }
+                        });
     if (annoncer) annoncer(fin_tour_);
   }
 }

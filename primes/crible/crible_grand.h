@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -19,6 +20,8 @@
 #include "primes/crible/premiers_cribleurs.h"
 
 namespace premiers {
+
+struct Fenetres;
 
 /// The large sieving primes, from `premier_grand` to the root of the end.
 struct CribleGrand {
@@ -55,8 +58,7 @@ struct CribleGrand {
   std::uint64_t fin_tour_;
   std::uint64_t longueur_;  // of the next round
   Partage partage_;
-  std::uint64_t octet_garde_;  // the primes before this byte are kept already
-  std::unique_ptr<Crible> cribleurs_;
+  std::unique_ptr<Fenetres> cribleurs_;  // those that are kept already are behind its window
   CribleSeize seize_;   // the kept primes with a multiple in most segments, where it pays
   CribleGarde gardes_;  // the others
   CribleTours tours_;

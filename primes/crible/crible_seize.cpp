@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "primes/arithmetique/quotient.h"
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/premier_multiple.h"
 

@@ -8,6 +8,7 @@
 #include "primes/arithmetique/racines.h"
 #include "primes/crible/crible.h"
 #include "primes/crible/crible_garde.h"
+#include "primes/crible/fenetres.h"
 
 namespace premiers {
 
@@ -31,15 +32,8 @@ constexpr std::size_t taille_lot = 256;
 template <class F>
 void cribler_troncons(std::uint64_t octet, std::uint64_t fin, std::uint64_t plafond, F&& f) {
   if (octet >= fin) return;
-  Crible crible(octet, fin, plafond);
-  std::vector<std::uint8_t> troncon(std::min(taille_troncon, fin - octet));
-  while (octet < fin) {
-    const auto octets =
-        std::span{troncon}.first(std::min<std::uint64_t>(troncon.size(), fin - octet));
-    crible.remplir(octets);
-    f(std::span<const std::uint8_t>{octets}, octet);
-    octet += octets.size();
-  }
+  Fenetres fenetres(30 * octet, 30 * fin - 1, {.plafond = plafond, .taille = taille_troncon});
+  while (fenetres.suivante()) f(fenetres.octets(), fenetres.premier_octet());
 }
 
 }  // namespace

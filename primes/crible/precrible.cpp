@@ -22,7 +22,7 @@ template <class Octets>
 constexpr void rayer(Octets& octets, std::size_t periode, std::size_t p) {
   for (const std::size_t c : residus) {
     const std::size_t multiple = p * c;
-    const auto masque = static_cast<std::uint8_t>(~(1u << indice_suivant[multiple % 30]));
+    const std::uint8_t masque = sans_drapeau(multiple);
     for (std::size_t o = multiple / 30; o < periode; o += p) {
       octets[o] = static_cast<std::uint8_t>(octets[o] & masque);
     }

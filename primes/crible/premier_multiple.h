@@ -27,17 +27,4 @@ inline PremierMultiple premier_multiple(std::uint32_t p, std::uint64_t octet) {
   return {(p * q - debut) / 30, i};
 }
 
-/// ceil(n / p) for n < 2^63 and 2^14 < p < 2^32: the quotient in double precision is off by
-/// one at most, and costs a third of an exact division.
-inline std::uint64_t quotient_superieur(std::uint64_t n, std::uint64_t p) {
-  const double quotient = static_cast<double>(static_cast<std::int64_t>(n)) /
-                          static_cast<double>(static_cast<std::int64_t>(p));
-  auto q = static_cast<std::uint64_t>(static_cast<std::int64_t>(quotient));
-  const auto reste = static_cast<std::int64_t>(n - q * p);
-  const auto ecart = static_cast<std::int64_t>(p);
-  q += static_cast<std::uint64_t>(reste > 0) + static_cast<std::uint64_t>(reste > ecart);
-  q -= static_cast<std::uint64_t>(reste <= -ecart);
-  return q;
-}
-
 }  // namespace premiers

@@ -7,7 +7,7 @@
 #include <cstddef>
 
 #include "primes/arithmetique/roue.h"
-#include "primes/crible/crible.h"
+#include "primes/crible/fenetres.h"
 
 namespace premiers {
 
@@ -25,7 +25,7 @@ constexpr std::array<std::uint8_t, taille_table> table = [] {
     const std::size_t p = 30 * (i / 8) + residus[i % 8];
     for (std::size_t j = i; j < i + 8; ++j) {  // cofactors from p on, one for each residue
       const std::size_t m = p * (30 * (j / 8) + residus[j % 8]);
-      const auto masque = static_cast<std::uint8_t>(~(1u << indice_suivant[m % 30]));
+      const std::uint8_t masque = sans_drapeau(m);
       for (std::size_t o = m / 30; o < taille_table; o += p) {
         t[o] = static_cast<std::uint8_t>(t[o] & masque);
       }
@@ -54,15 +54,13 @@ std::span<const std::uint8_t> PremiersCribleurs::suivants(std::uint64_t octet_fi
     octet += n;
     return flags;
   }
-  if (crible == nullptr) {
-    crible = std::make_unique<Crible>(octet, octet_max);
-    segment.resize(taille_segment);
+  if (fenetres == nullptr) {
+    fenetres = std::make_unique<Fenetres>(30 * octet, 30 * octet_max - 1,
+                                          ChoixDesFenetres{.taille = taille_segment});
   }
-  const std::uint64_t n = std::min(octet_fin - octet, taille_segment);
-  const auto flags = std::span{segment}.first(n);
-  crible->remplir(flags);
-  octet += n;
-  return flags;
+  if (!fenetres->suivante_avant(octet_fin)) return {};
+  octet += fenetres->octets().size();
+  return fenetres->octets();
 }
 
 }  // namespace premiers

@@ -10,11 +10,10 @@
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <vector>
 
 namespace premiers {
 
-struct Crible;
+struct Fenetres;
 
 /// Hands out the primes from 7 on, by bytes (primes/arithmetique/roue.h).
 struct PremiersCribleurs {
@@ -26,8 +25,7 @@ struct PremiersCribleurs {
   std::span<const std::uint8_t> suivants(std::uint64_t octet_fin);
 
   std::uint64_t octet = 0;  // the next byte to hand out
-  std::unique_ptr<Crible> crible;
-  std::vector<std::uint8_t> segment;
+  std::unique_ptr<Fenetres> fenetres;
 };
 
 }  // namespace premiers

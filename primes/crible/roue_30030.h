@@ -76,7 +76,7 @@ inline constexpr std::array<Croix, 1024> croix = [] {
     const unsigned p = residus[i / 128];
     const unsigned ici = p * residus[i / 16 % 8] % 30;
     const unsigned longueur = 2 * (i % 16);
-    t[i].masque = static_cast<std::uint8_t>(~(1u << indice_suivant[ici]));
+    t[i].masque = sans_drapeau(ici);
     t[i].retenue = static_cast<std::uint8_t>((ici + p * longueur) / 30);
   }
   return t;

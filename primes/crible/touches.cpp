@@ -8,8 +8,8 @@
 #include <cassert>
 
 #include "primes/arithmetique/bits.h"
+#include "primes/arithmetique/quotient.h"
 #include "primes/arithmetique/roue.h"
-#include "primes/crible/premier_multiple.h"
 
 #if defined(__x86_64__)
 #include <immintrin.h>
@@ -116,14 +116,6 @@ constexpr Instructions besoin_avx512 =
   return nombre;
 }
 
-/// 1 / p for eight p, to within two roundings: an estimate of 14 bits, doubled twice.
-[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] inline __m512d inverses(__m512d p) {
-  const __m512d un = _mm512_set1_pd(1);
-  __m512d y = _mm512_maskz_rcp14_pd(0xFF, p);
-  y = _mm512_fmadd_pd(y, _mm512_fnmadd_pd(p, y, un), y);
-  return _mm512_fmadd_pd(y, _mm512_fnmadd_pd(p, y, un), y);
-}
-
 /// Keeps those of `n` candidates that may have an odd multiple; returns how many.
 [[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t filtrer(std::uint32_t* candidats,
                                                                         std::size_t n,
@@ -135,7 +127,7 @@ constexpr Instructions besoin_avx512 =
   std::size_t nombre = 0;
   for (std::size_t i = 0; i < n; i += 8) {
     const __m256i p = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(candidats + i));
-    const __m512d y = inverses(_mm512_maskz_cvtepu32_pd(0xFF, p));
+    const __m512d y = huit_inverses(_mm512_maskz_cvtepu32_pd(0xFF, p));
     const __m512d bas = _mm512_fmadd_pd(debut, y, en_bas);
     const __m512d haut = _mm512_fmadd_pd(fin, y, en_haut);
     const __m512d entier =
@@ -173,22 +165,17 @@ struct Huit {
     __m256i candidats, std::uint64_t debut) {
   const __m512i p = _mm512_maskz_cvtepu32_epi64(0xFF, candidats);
   const __m512i pas = _mm512_add_epi64(p, p);
-  const __m512d s = _mm512_set1_pd(static_cast<double>(debut));
-  const __m512d quotient = _mm512_mul_pd(s, inverses(_mm512_maskz_cvtepu32_pd(0xFF, candidats)));
-  // The quotient is off by less than one, so its odd part by one step at most, and only downward.
-  const __m512i q =
-      _mm512_or_epi64(_mm512_maskz_cvttpd_epi64(0xFF, quotient), _mm512_set1_epi64(1));
+  const __m512d inverses = huit_inverses(_mm512_maskz_cvtepu32_pd(0xFF, candidats));
+  // The quotient, below 2^44, is off by less than one, so its odd part by one step at most, and only
+  // downward.
+  const __m512i q = _mm512_or_epi64(huit_quotients_proches(debut, inverses), _mm512_set1_epi64(1));
   const __m512i m = _mm512_sub_epi64(_mm512_mullo_epi64(q, p),
                                      _mm512_set1_epi64(static_cast<std::int64_t>(debut)));
   const __mmask8 trop_bas = _mm512_movepi64_mask(m);
   const __m512i n = _mm512_maskz_srli_epi64(0xFF, q, 1);
   const __m512d moitie =
       _mm512_maskz_cvtepi64_pd(0xFF, _mm512_mask_add_epi64(n, trop_bas, n, _mm512_set1_epi64(1)));
-  // The middle of a period's step, so that no rounding reaches the next.
-  const __m512d tours = _mm512_maskz_roundscale_pd(
-      0xFF,
-      _mm512_mul_pd(_mm512_add_pd(moitie, _mm512_set1_pd(0.5)), _mm512_set1_pd(1.0 / periode)),
-      _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC);
+  const __m512d tours = huit_quotients_par_inverse(moitie, _mm512_set1_pd(1.0 / periode));
   const __m512d h = _mm512_fnmadd_pd(tours, _mm512_set1_pd(periode), moitie);
   return {pas, _mm512_mask_add_epi64(m, trop_bas, m, pas), _mm512_maskz_cvttpd_epi64(0xFF, h)};
 }

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "primes/facteurs/premiers_jusqu_a.h"
+#include "primes/crible/premiers_jusqu_a.h"
 
 namespace premiers::ecm {
 namespace {

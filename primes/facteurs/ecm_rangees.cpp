@@ -4,7 +4,7 @@
 #include <cassert>
 #include <numeric>
 
-#include "primes/facteurs/premiers_jusqu_a.h"
+#include "primes/crible/premiers_jusqu_a.h"
 
 namespace premiers::ecm {
 namespace {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "primes/facteurs/premiers_jusqu_a.h"
+#include "primes/crible/premiers_jusqu_a.h"
 #include "primes/facteurs/restes.h"
 
 namespace premiers {

@@ -4,6 +4,8 @@
 
 #include <cassert>
 
+#include "primes/arithmetique/quotient.h"
+
 #if defined(__x86_64__)
 #include <immintrin.h>
 #endif
@@ -14,7 +16,6 @@ namespace {
 
 constexpr long bits_par_chiffre = 28;
 constexpr double base = std::uint64_t{1} << bits_par_chiffre;
-constexpr double arrondi = 3 * static_cast<double>(std::uint64_t{1} << 51);
 
 void restes(std::span<const double> chiffres, const std::uint32_t* premiers, std::uint32_t* manques,
             std::size_t nombre) {
@@ -23,11 +24,7 @@ void restes(std::span<const double> chiffres, const std::uint32_t* premiers, std
     const auto p = static_cast<std::int32_t>(premiers[i]);
     const double inverse = 1.0 / p;
     double r = 0;
-    for (const double chiffre : chiffres) {
-      const double t = r * base + chiffre;
-      const double quotient = (t * inverse + arrondi) - arrondi;
-      r = t - quotient * p;
-    }
+    for (const double chiffre : chiffres) r = reste_proche(r * base + chiffre, p, inverse);
     std::int32_t manque = -static_cast<std::int32_t>(r);
     if (manque < 0) manque += p;
     manques[i] = static_cast<std::uint32_t>(manque < p ? manque : manque - p);
@@ -43,7 +40,6 @@ constexpr std::size_t de_front = 4;
                                                        std::uint32_t* manques, std::size_t nombre) {
   constexpr __mmask8 tous = 0xFF;  // without a mask, gcc 12 sees something uninitialised
   const __m512d bases = _mm512_set1_pd(base);
-  const __m512d arrondis = _mm512_set1_pd(arrondi);
   for (std::size_t i = 0; i < nombre; i += largeur_restes) {
     __m256i entiers[de_front];
     __m512d p[de_front], inverses[de_front], r[de_front];
@@ -56,9 +52,7 @@ constexpr std::size_t de_front = 4;
     for (const double chiffre : chiffres) {
       const __m512d c = _mm512_set1_pd(chiffre);
       for (std::size_t j = 0; j < de_front; ++j) {
-        const __m512d t = _mm512_fmadd_pd(r[j], bases, c);
-        const __m512d q = _mm512_sub_pd(_mm512_fmadd_pd(t, inverses[j], arrondis), arrondis);
-        r[j] = _mm512_fnmadd_pd(q, p[j], t);
+        r[j] = huit_restes_proches(_mm512_fmadd_pd(r[j], bases, c), p[j], inverses[j]);
       }
     }
     for (std::size_t j = 0; j < de_front; ++j) {
@@ -75,7 +69,6 @@ constexpr std::size_t de_front = 4;
                                              const std::uint32_t* premiers, std::uint32_t* manques,
                                              std::size_t nombre) {
   const __m256d bases = _mm256_set1_pd(base);
-  const __m256d arrondis = _mm256_set1_pd(arrondi);
   for (std::size_t i = 0; i < nombre; i += largeur_restes / 2) {
     __m128i entiers[de_front];
     __m256d p[de_front], inverses[de_front], r[de_front];
@@ -88,9 +81,7 @@ constexpr std::size_t de_front = 4;
     for (const double chiffre : chiffres) {
       const __m256d c = _mm256_set1_pd(chiffre);
       for (std::size_t j = 0; j < de_front; ++j) {
-        const __m256d t = _mm256_fmadd_pd(r[j], bases, c);
-        const __m256d q = _mm256_sub_pd(_mm256_fmadd_pd(t, inverses[j], arrondis), arrondis);
-        r[j] = _mm256_fnmadd_pd(q, p[j], t);
+        r[j] = quatre_restes_proches(_mm256_fmadd_pd(r[j], bases, c), p[j], inverses[j]);
       }
     }
     for (std::size_t j = 0; j < de_front; ++j) {

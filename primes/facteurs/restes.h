@@ -3,9 +3,8 @@
 //
 // The integer is cut into digits of 28 bits, and each prime takes them in turn by Horner's rule,
 //     t = 2^28 r + digit,  r = t - p * nearest(t / p),
-// in double precision, where nothing but the quotient is ever rounded: |r| stays within p / 2 + 1 <
-// 2^23, so |t| < 2^52, and the quotient, below 2^29, is one of the two nearest integers whatever its
-// rounding. Adding 1.5 * 2^52 and taking it away rounds to an integer.
+// in double precision, where nothing but the quotient is ever rounded (primes/arithmetique/quotient.h):
+// |r| stays within p / 2 + 1 <= 2^23 + 1/2, so |t| < 2^51 + 2^29.
 //
 // Cost: one step for each digit and prime. Primes stand side by side in vectors, four vectors
 // abreast since each step waits for the one before; with AVX-512 1.2 ns a prime for 20 digits of a

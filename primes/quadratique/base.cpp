@@ -1,28 +1,18 @@
 // SPDX-License-Identifier: MIT
+// Choosing the multiplier, and square roots modulo the primes of the base; what for is told in base.h.
 #include "primes/quadratique/base.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
+#include <span>
+
+#include "primes/crible/premiers_jusqu_a.h"
 
 namespace premiers::quadratique {
 
 namespace {
-
-// The odd primes up to `borne`, by Eratosthenes' sieve.
-std::vector<std::uint32_t> premiers_impairs(std::uint32_t borne) {
-  std::vector<bool> compose(borne / 2 + 1);  // [i] stands for 2i + 1
-  std::vector<std::uint32_t> liste;
-  for (std::uint32_t p = 3; p <= borne; p += 2) {
-    if (compose[p / 2]) continue;
-    liste.push_back(p);
-    for (std::uint64_t m = std::uint64_t{p} * p; m <= borne; m += 2 * std::uint64_t{p}) {
-      compose[m / 2] = true;
-    }
-  }
-  return liste;
-}
 
 // A square root of a != 0 modulo an odd prime p, or 0 if there is none (A. Tonelli, 1891). One
 // power tells both: if a is no square, its part of order 2^m has the largest order there is.
@@ -55,7 +45,7 @@ std::uint32_t racine_mod(std::uint32_t a, std::uint32_t p) {
 // The multiplier with the greatest expected share of small primes in the values, less the growth
 // of the values by sqrt(k). The bound 150 is beyond nearly all that win; the first 40 primes tell
 // enough (their weight falls as log p / p).
-std::uint32_t choisir_multiplicateur(const NTL::ZZ& n, const std::vector<std::uint32_t>& premiers) {
+std::uint32_t choisir_multiplicateur(const NTL::ZZ& n, std::span<const std::uint32_t> premiers) {
   constexpr std::uint32_t plus_grand = 150;
   constexpr std::size_t assez = 40;
   struct Choix {
@@ -112,7 +102,8 @@ Base construire_base(const NTL::ZZ& n, std::size_t taille) {
   // half more is for the unlucky.
   const double rang = 3.0 * static_cast<double>(taille) + 50;
   const auto borne = static_cast<std::uint32_t>(rang * (std::log(rang) + std::log(std::log(rang))));
-  const std::vector<std::uint32_t> premiers = premiers_impairs(borne);
+  const std::vector<std::uint32_t> tous = premiers_jusqu_a(borne);
+  const std::span premiers = std::span{tous}.subspan(1);  // the odd ones
 
   Base base;
   base.multiplicateur = choisir_multiplicateur(n, premiers);

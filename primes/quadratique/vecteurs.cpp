@@ -7,6 +7,8 @@
 #include <cassert>
 #include <cstring>
 
+#include "primes/arithmetique/quotient.h"
+
 namespace premiers::quadratique {
 
 namespace {
@@ -23,38 +25,23 @@ namespace {
   for (std::size_t i = 0; i < n; ++i) r[i] = std::min(r[i] - d[i], r[i] - d[i] + p[i]);
 }
 
-// Each of the three roundings is wrong by 2^-24 at most, so that a quotient below 2^23 is wrong by
-// less than 1.51 before it is cut off: the remainder, computed modulo 2^32, is above -2p and below
-// 3p.
 [[gnu::always_inline]] inline void multiplier(std::uint32_t* r, const std::uint32_t* a,
                                               const std::uint32_t* b, const std::uint32_t* p,
                                               const float* reciproque, std::size_t n) {
-  for (std::size_t i = 0; i < n; ++i) {
-    const float produit = static_cast<float>(static_cast<std::int32_t>(a[i])) *
-                          static_cast<float>(static_cast<std::int32_t>(b[i]));
-    const auto quotient =
-        static_cast<std::uint32_t>(static_cast<std::int32_t>(produit * reciproque[i]));
-    std::uint32_t reste = a[i] * b[i] - quotient * p[i];
-    reste = std::min(reste, reste + 2 * p[i]);
-    reste = std::min(reste, reste - 2 * p[i]);
-    r[i] = std::min(reste, reste - p[i]);
-  }
+  for (std::size_t i = 0; i < n; ++i) r[i] = produit_par_inverse(a[i], b[i], p[i], reciproque[i]);
 }
 
-// x mod p by a float product: (x + 1/2) / p is at least 1 / 2p away from the next integer, the
-// error of the product less than 2^-22 (x + 1) / p, which is less for x < 2^20.
 [[gnu::always_inline]] inline void reperer(std::uint32_t x, const std::uint32_t* p,
                                            const float* reciproque, const std::uint32_t* r1,
                                            const std::uint32_t* r2, std::size_t debut,
                                            std::size_t fin, std::vector<std::uint32_t>& liste) {
-  assert(debut % largeur_vecteurs == 0 && fin % largeur_vecteurs == 0 &&
-         x < (std::uint32_t{1} << 20));
-  const float milieu = static_cast<float>(x) + 0.5F;
+  assert(debut % largeur_vecteurs == 0 && fin % largeur_vecteurs == 0);
+  const auto x_et_demi = avec_demi<float>(x);
   for (std::size_t i = debut; i < fin; i += largeur_vecteurs) {
     std::uint8_t touche[largeur_vecteurs];
     std::uint8_t touches = 0;
     for (std::size_t j = 0; j < largeur_vecteurs; ++j) {
-      const auto quotient = static_cast<std::int32_t>(milieu * reciproque[i + j]);
+      const std::int32_t quotient = quotient_par_inverse(x_et_demi, reciproque[i + j]);
       const std::uint32_t reste = x - static_cast<std::uint32_t>(quotient) * p[i + j];
       touche[j] = static_cast<std::uint8_t>((reste == r1[i + j]) | (reste == r2[i + j]));
       touches |= touche[j];

@@ -18,7 +18,7 @@ namespace premiers::quadratique {
 /// The arrays indexed by prime have a multiple of this many elements.
 inline constexpr std::size_t largeur_vecteurs = 32;
 
-/// Primes must be below, for the float arithmetic.
+/// Primes must be below, for the float arithmetic (primes/arithmetique/quotient.h).
 inline constexpr std::uint32_t borne_premiers = std::uint32_t{1} << 23;
 
 struct Vecteurs {
@@ -30,7 +30,7 @@ struct Vecteurs {
   void (*multiplier)(std::uint32_t* r, const std::uint32_t* a, const std::uint32_t* b,
                      const std::uint32_t* p, const float* reciproque, std::size_t n);
   /// Appends to `liste` the indices debut <= i < fin, both multiples of largeur_vecteurs, for which
-  /// x mod p[i] is r1[i] or r2[i]; x < 2^20.
+  /// x mod p[i] is r1[i] or r2[i]; x < 2^22.
   void (*reperer)(std::uint32_t x, const std::uint32_t* p, const float* reciproque,
                   const std::uint32_t* r1, const std::uint32_t* r2, std::size_t debut,
                   std::size_t fin, std::vector<std::uint32_t>& liste);

@@ -84,9 +84,7 @@ std::int64_t BitsGardes::premier(std::int64_t rang) const {
   const std::size_t l = ligne(n, reperes_[repere], fin);
   const std::size_t o = l * octets_par_ligne;
   const PlaceDuBit place = place_du_bit(octets_.get() + o, n - avant_[l]);
-  return static_cast<std::int64_t>(
-      (o + 8 * place.mot) * 30 +
-      valeurs_bits[static_cast<std::size_t>(std::countr_zero(place.reste))]);
+  return static_cast<std::int64_t>(valeur(o, place));
 }
 
 std::int64_t BitsGardes::rang(std::int64_t v) const {

@@ -44,7 +44,7 @@ inline double cout_crible(double largeur, double x) {
              (par_grand_cribleur + tours * par_grand_cribleur_et_tour);
 }
 
-/// Deciding `largeur` integers one by one, odd or even.
+/// Deciding `largeur` integers one by one, odd or even: the mean, most are told by a small factor.
 inline double cout_un_par_un(double largeur) {
   constexpr double par_entier = 70;
   return largeur * par_entier;
@@ -64,9 +64,26 @@ inline double cout_compte(double x) {
   return preparation + de_10_12 * std::pow(x / 1e12, exposant);
 }
 
+/// Whether counting twice is the cheaper way to the number of primes in an interval that ends at x.
+inline bool vaut_deux_comptes(double largeur, double x) {
+  return cout_compte(std::max(x - largeur, 0.0)) + cout_compte(x) < cout_crible(largeur, x);
+}
+
 /// The cheaper way through an interval.
 inline double cout_intervalle(double largeur, double x) {
   return std::min(cout_crible(largeur, x), cout_un_par_un(largeur));
+}
+
+/// Going through so many primes near x.
+inline double cout_saut(double nombre, double x) {
+  return cout_intervalle(nombre * std::log(x), x);
+}
+
+/// Counting the primes up to about x, and sieving to the one of the rank: an estimate of it is wrong
+/// by `part` times the root of x in the mean (primes/rangs/riemann.h; of 400 ranks tried).
+inline double cout_par_un_compte(double x) {
+  constexpr double part = 0.2;
+  return cout_compte(x) + cout_saut(part * std::sqrt(x), x);
 }
 
 }  // namespace premiers

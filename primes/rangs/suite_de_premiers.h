@@ -12,7 +12,7 @@
 #include <span>
 
 #include "primes/rangs/bits_gardes.h"
-#include "primes/rangs/intervalle.h"
+#include "primes/rangs/lots_de_premiers.h"
 #include "primes/suivi/suivi.h"
 
 namespace premiers {

@@ -49,9 +49,7 @@ struct Tranche {
       n -= dedans;
     }
     const PlaceDuBit place = place_du_bit(octets_.get() + o, static_cast<std::uint32_t>(n));
-    return static_cast<std::int64_t>(
-        (octet_ + o + 8 * place.mot) * 30 +
-        valeurs_bits[static_cast<std::size_t>(std::countr_zero(place.reste))]);
+    return static_cast<std::int64_t>(valeur(octet_ + o, place));
   }
 
  private:

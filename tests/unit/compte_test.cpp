@@ -312,10 +312,10 @@ TEST(CompteTables, PiByWindows) {
   const std::vector<Nombre> pi = pi_naif(100000);
   const TablePi table(100000);
   for (Nombre n = 5; n <= 100000; ++n) ASSERT_EQ(table(n), pi[n]) << n;
-  Crible crible(0, 8 * 400);
+  Fenetres fenetres(0, 240 * 400 - 1);
   TablePi fenetre;
   for (const std::size_t nombre : {1u, 7u, 200u, 192u}) {
-    fenetre.avancer(crible, nombre);
+    fenetre.avancer(fenetres, nombre);
     ASSERT_EQ(fenetre.fin() - fenetre.debut(), 240 * nombre);
     for (Nombre n = std::max<Nombre>(5, fenetre.debut()); n < fenetre.fin(); ++n) {
       ASSERT_EQ(fenetre(n), pi[n]) << n;

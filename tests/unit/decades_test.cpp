@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "primes/concatenations/decades.h"
+#include "primes/crible/decades.h"
 
 #include <NTL/ZZ.h>
 #include <gtest/gtest.h>

@@ -12,6 +12,7 @@
 
 #include "primes/compte/compte.h"
 #include "primes/primalite/primalite.h"
+#include "primes/rangs/lots_de_premiers.h"
 
 namespace premiers {
 namespace {

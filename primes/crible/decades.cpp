@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "primes/concatenations/decades.h"
+// The sieving behind the look-ups: once and kept, or window after window.
+#include "primes/crible/decades.h"
 
 #include <algorithm>
-
-#include "primes/crible/crible.h"
 
 namespace premiers {
 
@@ -11,6 +10,7 @@ Decades::Decades(std::uint64_t limite, const Suivi& suivi) {
   const std::size_t taille = limite / 30 + 1;
   octets_ = std::make_unique_for_overwrite<std::uint8_t[]>(taille);
   Crible crible(0, taille);
+  // All bytes are kept, where they are sieved: in pieces, so that `suivi` hears of it.
   for (std::size_t o = 0; o < taille;) {
     const std::size_t segment = std::min(crible.taille(), taille - o);
     crible.remplir({octets_.get() + o, segment}, suivi);
@@ -20,25 +20,21 @@ Decades::Decades(std::uint64_t limite, const Suivi& suivi) {
 }
 
 void DecadesGlissantes::glisser(std::uint64_t d, const Suivi& suivi) {
-  const std::uint64_t octet_fin = derniere_ / 3 + 1;
-  std::uint64_t octet = fin_ / 3;
-  if (!crible_ || d < debut_) {
-    octet = d / 3;
-    crible_.emplace(octet, octet_fin);
+  if (!fenetres_ || d < debut_) {
+    fin_ = d / 3 * 3;
+    fenetres_.emplace(10 * fin_, derniere_ / 3 * 30 + 29);
   }
   try {
-    for (;; octet += octets_.size()) {
-      octets_.resize(std::min<std::uint64_t>(crible_->taille(), octet_fin - octet));
-      crible_->remplir(octets_, suivi);
-      if (d / 3 - octet < octets_.size()) break;
+    while (fin_ <= d && fenetres_->suivante(suivi)) {
+      debut_ = 3 * fenetres_->premier_octet();
+      fin_ = debut_ + 3 * fenetres_->octets().size();
     }
   } catch (...) {
-    crible_.reset();  // what it holds is half done
+    fenetres_.reset();  // what it holds is half done
     debut_ = fin_ = 0;
     throw;
   }
-  debut_ = 3 * octet;
-  fin_ = debut_ + 3 * octets_.size();
+  octets_ = fenetres_->octets();
 }
 
 }  // namespace premiers

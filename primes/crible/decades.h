@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Primality that is looked up ten numbers at a time. Of the numbers 10 d .. 10 d + 9 of a decade
+// Sieved primality, looked up ten numbers at a time. Of the numbers 10 d .. 10 d + 9 of a decade
 // d > 0 only those that end in 1, 3, 7 or 9 can be prime; a sieved byte
 // (primes/arithmetique/roue.h) holds three decades, so a table of 256 * 3 entries turns it into the
 // four answers.
@@ -13,10 +13,11 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <vector>
+#include <span>
 
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/crible.h"
+#include "primes/crible/fenetres.h"
 #include "primes/suivi/suivi.h"
 
 namespace premiers {
@@ -40,30 +41,6 @@ inline constexpr auto touches_de_decade = [] {
 }();
 
 static_assert(touches_de_decade[0xFF] == std::array<std::uint8_t, 3>{0b0101, 0b1111, 0b1010});
-
-/// Sets of digits, as ten bits.
-using Chiffres = unsigned;
-inline constexpr Chiffres premiers_a_un_chiffre = 1U << 2 | 1U << 3 | 1U << 5 | 1U << 7;
-
-/// The set of digits behind four bits of a decade.
-inline constexpr auto en_chiffres = [] {
-  std::array<std::uint16_t, 16> t{};
-  for (std::size_t touches = 0; touches < 16; ++touches) {
-    for (std::size_t i = 0; i < 4; ++i) {
-      if ((touches >> i & 1) != 0) t[touches] |= static_cast<std::uint16_t>(1U << finales[i]);
-    }
-  }
-  return t;
-}();
-
-/// masques[touches][i]: all bits, if number i of the decade is prime.
-inline constexpr auto masques = [] {
-  std::array<std::array<std::uint64_t, 4>, 16> t{};
-  for (std::size_t touches = 0; touches < 16; ++touches) {
-    for (std::size_t i = 0; i < 4; ++i) t[touches][i] = 0 - (std::uint64_t{touches} >> i & 1);
-  }
-  return t;
-}();
 
 /// The decades from 0 to some limit, sieved beforehand.
 struct Decades {
@@ -102,8 +79,8 @@ struct DecadesGlissantes {
   void glisser(std::uint64_t d, const Suivi& suivi);
 
   std::uint64_t derniere_;
-  std::optional<Crible> crible_;
-  std::vector<std::uint8_t> octets_;
+  std::optional<Fenetres> fenetres_;
+  std::span<const std::uint8_t> octets_;
   std::uint64_t debut_ = 0;  // the decades of the window: debut_ .. fin_ - 1
   std::uint64_t fin_ = 0;
 };
