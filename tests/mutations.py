@@ -197,7 +197,7 @@ SANS_EFFET = [
     ("primes/facteurs/ecm.h",
      "for (std::size_t b = 0; b <= P::bebes; ++b) points[b] = multiples[table.residus[b] / 3];",
      "writes what is written over; `./test asan` stops at the reading"),
-    ("primes/primalite/montgomery_souple.h",
+    ("primes/arithmetique/montgomery_souple.h",
      "static constexpr int bits_maximum = 8 + static_cast<int>(sizeof(Entier)) - 4;",
      "another arithmetic, the same factors"),
     ("primes/facteurs/facteurs.cpp", "if (NTL::NumBits(n) < 64) {",

@@ -15,9 +15,9 @@
 #include <utility>
 #include <vector>
 
+#include "primes/arithmetique/montgomery.h"
+#include "primes/arithmetique/montgomery128.h"
 #include "primes/arithmetique/racines.h"
-#include "primes/primalite/montgomery.h"
-#include "primes/primalite/montgomery128.h"
 
 // All of ecm.h is compiled here for AVX-512, into functions of this file alone: the ring that it is
 // given is in an anonymous namespace. Library headers stay outside of the pragma, so that nothing compiled

@@ -3,10 +3,10 @@
 
 #include <cassert>
 
+#include "primes/arithmetique/montgomery_long.h"
 #include "primes/facteurs/ecm_phases.h"
 #include "primes/facteurs/ecm_voies.h"
 #include "primes/facteurs/p_moins_un.h"
-#include "primes/primalite/montgomery_long.h"
 
 namespace premiers::ecm {
 namespace {

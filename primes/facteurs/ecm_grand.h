@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Curves and P - 1 with large bounds on a modulus of any length up to 700 bits: for each number of
-// words a ring of its own (primes/primalite/montgomery_long.h), one curve after the other.
+// words a ring of its own (primes/arithmetique/montgomery_long.h), one curve after the other.
 #pragma once
 
 #include <NTL/ZZ.h>

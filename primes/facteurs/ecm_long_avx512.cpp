@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The ring of eight lanes in AVX-512 registers (primes/facteurs/ecm_anneau_avx512.h) for long moduli.
-// Measured: ten times the curves of primes/primalite/montgomery_long.h in the same time.
+// Measured: ten times the curves of primes/arithmetique/montgomery_long.h in the same time.
 #include "primes/facteurs/ecm_long_avx512.h"
 
 #if defined(__x86_64__)
@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "primes/arithmetique/entier_long.h"
+#include "primes/arithmetique/montgomery_long.h"
 #include "primes/arithmetique/racines.h"
-#include "primes/primalite/montgomery_long.h"
 
 #if defined(__clang__)
 #pragma clang attribute push(__attribute__((target("avx512f,avx512ifma"))), apply_to = function)

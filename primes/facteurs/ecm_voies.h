@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The portable ring of lanes for ECM (primes/facteurs/ecm.h): `nombre` residues of
-// primes/primalite/montgomery*.h.
+// primes/arithmetique/montgomery*.h.
 #pragma once
 
 #include <array>

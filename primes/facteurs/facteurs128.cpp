@@ -14,13 +14,13 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "primes/arithmetique/montgomery.h"
+#include "primes/arithmetique/montgomery128.h"
+#include "primes/arithmetique/montgomery_souple.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_avx512.h"
 #include "primes/facteurs/ecm_voies.h"
-#include "primes/primalite/montgomery.h"
-#include "primes/primalite/montgomery128.h"
-#include "primes/primalite/montgomery_souple.h"
 
 namespace premiers {
 namespace {

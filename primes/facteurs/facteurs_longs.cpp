@@ -8,11 +8,11 @@
 #include <array>
 #include <cstdint>
 
+#include "primes/arithmetique/montgomery_long.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_avx512.h"
 #include "primes/facteurs/ecm_long_avx512.h"
 #include "primes/facteurs/ecm_voies.h"
-#include "primes/primalite/montgomery_long.h"
 
 namespace premiers {
 namespace {

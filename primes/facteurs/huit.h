@@ -3,7 +3,7 @@
 // go on for long (ecm_huit.h).
 //
 // A residue is K limbs of 52 bits, each a vector of eight lanes. As in
-// primes/primalite/montgomery_souple.h nothing is corrected: products are left in (0, 2n), sums and
+// primes/arithmetique/montgomery_souple.h nothing is corrected: products are left in (0, 2n), sums and
 // differences in (0, 4n), for n < 2^(52 K - 4). Limbs of products are below 2^52, the highest apart. A
 // sum only carries upwards and leaves the carry standing in the lower limb, too: who multiplies reads
 // the low 52 bits.
@@ -12,7 +12,7 @@
 // length, so that their loops are unrolled, and curves are written once for all of them. Two sets of
 // kernels (huit_noyaux.h): for processors that multiply 52-bit integers, and for those that only
 // multiply floating-point numbers. Measured without the former, with 7 limbs: eight products take 170
-// ns, three to four times less than in primes/primalite/montgomery_long.h.
+// ns, three to four times less than in primes/arithmetique/montgomery_long.h.
 #pragma once
 
 #include <NTL/ZZ.h>

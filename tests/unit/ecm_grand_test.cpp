@@ -14,12 +14,12 @@
 #include <span>
 #include <vector>
 
+#include "primes/arithmetique/montgomery_long.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_lucas.h"
 #include "primes/facteurs/ecm_phases.h"
 #include "primes/facteurs/ecm_rangees.h"
 #include "primes/facteurs/ecm_voies.h"
-#include "primes/primalite/montgomery_long.h"
 
 namespace premiers {
 namespace {

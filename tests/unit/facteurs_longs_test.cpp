@@ -9,12 +9,12 @@
 #include <cstdint>
 #include <vector>
 
+#include "primes/arithmetique/montgomery_long.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_avx512.h"
 #include "primes/facteurs/ecm_long_avx512.h"
 #include "primes/facteurs/ecm_voies.h"
 #include "primes/facteurs/petits_facteurs.h"
-#include "primes/primalite/montgomery_long.h"
 
 namespace premiers {
 namespace {

@@ -8,6 +8,9 @@
 #include <random>
 #include <vector>
 
+#include "primes/arithmetique/montgomery.h"
+#include "primes/arithmetique/montgomery128.h"
+#include "primes/arithmetique/montgomery_souple.h"
 #include "primes/arithmetique/zz.h"
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_avx512.h"
@@ -16,9 +19,6 @@
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/petits_diviseurs.h"
 #include "primes/facteurs/rho.h"
-#include "primes/primalite/montgomery.h"
-#include "primes/primalite/montgomery128.h"
-#include "primes/primalite/montgomery_souple.h"
 
 namespace premiers {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "primes/primalite/montgomery_long.h"
+#include "primes/arithmetique/montgomery_long.h"
 
 namespace premiers {
 

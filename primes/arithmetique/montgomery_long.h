@@ -19,7 +19,7 @@
 
 #include "primes/arithmetique/entier_long.h"
 #include "primes/arithmetique/gmp_zz.h"
-#include "primes/primalite/montgomery.h"
+#include "primes/arithmetique/montgomery.h"
 
 namespace premiers {
 
