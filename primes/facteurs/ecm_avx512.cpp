@@ -93,8 +93,7 @@ using Sigmas = std::array<std::uint64_t, voies_avx512>;
 template <class M, std::size_t K>
 Entier128 essayer_en(Entier128 n, const Sigmas& sigma, std::size_t b1, std::size_t b2) {
   const AnneauCourt<M, K> a{static_cast<typename M::Entier>(n)};
-  if (b2 <= paires_courtes.portee) return essayer(a, sigma, paires_courtes, b1, b2);
-  return essayer(a, sigma, paires_longues, b1, b2);
+  return essayer(a, sigma, b1, b2);
 }
 
 }  // namespace

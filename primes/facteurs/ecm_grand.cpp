@@ -6,7 +6,6 @@
 
 #include "primes/arithmetique/montgomery_long.h"
 #include "primes/facteurs/ecm.h"
-#include "primes/facteurs/ecm_paires.h"
 #include "primes/facteurs/ecm_seconde.h"
 
 namespace premiers::ecm {
@@ -22,7 +21,7 @@ std::array<std::uint64_t, A::voies> sigmas(std::uint64_t sigma) {
 
 template <Anneau A>
 NTL::ZZ essayer_courtes(const A& a, std::uint64_t sigma, std::size_t b1, std::size_t b2) {
-  return essayer(a, sigmas<A>(sigma), paires_longues, b1, b2);
+  return essayer(a, sigmas<A>(sigma), b1, b2);
 }
 
 /// The curves of large bounds; what each lane finds.

@@ -11,6 +11,7 @@
 #include <NTL/ZZ.h>
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -21,12 +22,11 @@
 namespace premiers::ecm {
 
 /// How many j there are of 1 or 5 modulo 6 up to a little beyond D/2.
-template <std::size_t D>
-inline constexpr std::size_t nombre_multiples = D / 6 + 3;
+constexpr std::size_t nombre_multiples(std::size_t D) { return D / 6 + 3; }
 
 /// j q for those j, at index j / 3; gives D q.
-template <std::size_t D, Anneau A>
-Point<A> petits_multiples(const A& a, const Courbe<A>& courbe, const Point<A>& q,
+template <Anneau A>
+Point<A> petits_multiples(const A& a, const Courbe<A>& courbe, const Point<A>& q, std::size_t D,
                           std::span<Point<A>> multiples) {
   Point<A> q2, q3, q6, q4;
   doubler(a, courbe, q2, q);
@@ -36,28 +36,27 @@ Point<A> petits_multiples(const A& a, const Courbe<A>& courbe, const Point<A>& q
   ajouter(a, multiples[1], q2, q3, q);
   ajouter(a, multiples[2], q, q6, multiples[1]);  // 7 = 1 + 6, and 6 - 1 = 5
   ajouter(a, multiples[3], multiples[1], q6, q);  // 11 = 5 + 6, and 6 - 5 = 1
-  for (std::size_t i = 4; i < nombre_multiples<D>; ++i) {
+  for (std::size_t i = 4; i < nombre_multiples(D); ++i) {
     ajouter(a, multiples[i], multiples[i - 2], q6, multiples[i - 4]);
   }
   // D = j + (D - j) with j just below D/2; their difference is 2 or 4.
-  static_assert(D % 6 == 0);
-  constexpr std::size_t j = D % 4 == 0 ? D / 2 - 1 : D / 2 - 2;
-  static_assert(j % 6 == 1 || j % 6 == 5);
-  if (D % 4 != 0) doubler(a, courbe, q4, q2);
+  const std::size_t j = D % 4 == 0 ? D / 2 - 1 : D / 2 - 2;
+  assert(D % 6 == 0 && (j % 6 == 1 || j % 6 == 5));
+  doubler(a, courbe, q4, q2);
   Point<A> grand;
   ajouter(a, grand, multiples[(D - j) / 3], multiples[j / 3], D % 4 == 0 ? q2 : q4);
   return grand;
 }
 
 /// The points j q and, one after the other, k D q.
-template <std::size_t D, Anneau A>
+template <Anneau A>
 class PasEcm {
  public:
-  /// Writes j q for the `residus` j to `bebes`; `place` is room for nombre_multiples<D> points.
-  PasEcm(const A& a, const Courbe<A>& courbe, const Point<A>& q,
+  /// Writes j q for the `residus` j to `bebes`; `place` is room for nombre_multiples(D) points.
+  PasEcm(const A& a, const Courbe<A>& courbe, const Point<A>& q, std::size_t D,
          std::span<const std::uint16_t> residus, std::span<Point<A>> bebes,
          std::span<Point<A>> place)
-      : a_{a}, courbe_{courbe}, un_{petits_multiples<D>(a, courbe, q, place)}, courant_{un_} {
+      : a_{a}, courbe_{courbe}, un_{petits_multiples(a, courbe, q, D, place)}, courant_{un_} {
     for (std::size_t b = 0; b < bebes.size(); ++b) bebes[b] = place[residus[b] / 3];
   }
 

@@ -14,6 +14,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
@@ -63,41 +64,42 @@ struct Ecarts {
 };
 
 /// The second stage with small bounds: for primes in (b1, b2], rounded outwards to multiples of D.
-template <Anneau A, class P>
-void seconde_phase(const Courbe<A>& courbe, const Point<A>& q, const P& table, std::size_t b1,
-                   std::size_t b2, Trouves<A>& trouves) {
-  constexpr std::size_t D = P::pas;
-  assert(b1 <= b2 && b2 <= P::portee);
+template <Anneau A>
+void seconde_phase(const Courbe<A>& courbe, const Point<A>& q, const ListePaires& liste,
+                   std::size_t b1, std::size_t b2, Trouves<A>& trouves) {
+  const std::size_t D = liste.pas;
+  assert(b1 <= b2 && b2 <= liste.portee);
   const A& a = trouves.a;
   const std::size_t k0 = b1 < D / 2 ? 1 : (b1 + D / 2) / D;
   const std::size_t k1 = (b2 + D / 2) / D;
-  const std::size_t nombre = P::bebes + k1 + 1 - k0;
+  const std::size_t petits = liste.residus.size();
+  const std::size_t nombre = petits + k1 + 1 - k0;
   // The small multiples are made where the large ones come later. Up to 200 KB: too much for a stack.
-  std::vector<Point<A>> memoire(std::max(nombre, P::bebes + nombre_multiples<D>));
+  std::vector<Point<A>> memoire(std::max(nombre, petits + nombre_multiples(D)));
   const std::span<Point<A>> points{memoire};
-  const auto bebes = points.first(P::bebes);
-  const auto geants = points.subspan(P::bebes, k1 + 1 - k0);
-  PasEcm<D, A> pas{a, courbe, q, table.residus, bebes, points.subspan(P::bebes)};
+  const auto bebes = points.first(petits);
+  const auto geants = points.subspan(petits, k1 + 1 - k0);
+  PasEcm<A> pas{a, courbe, q, D, liste.residus, bebes, points.subspan(petits)};
   pas.aller_a(k0);
   pas.suivants(geants);
   reduire_au_meme_denominateur(a, points.first(nombre));
   Ecarts<A> ecarts{a};
-  const std::span<const Paire> paires{table.paires};
-  ecarts.multiplier(a, paires.subspan(table.debut[k0], table.debut[k1 + 1] - table.debut[k0]), k0,
-                    geants, bebes);
+  const auto paires = liste.paires.subspan(liste.debut[k0], liste.debut[k1 + 1] - liste.debut[k0]);
+  ecarts.multiplier(a, paires, k0, geants, bebes);
   ecarts.noter(trouves);
 }
 
-/// The curves of small bounds, sigma[0] .. sigma[A::voies - 1] at once. A proper factor of n, or 1.
-template <Anneau A, class P>
+/// The curves of small bounds, sigma[0] .. sigma[A::voies - 1] at once; 2 <= b1 <= b1_court,
+/// b1 <= b2 <= paires_longues.portee. A proper factor of n, or 1.
+template <Anneau A>
 typename A::Entier essayer(const A& a, const std::array<std::uint64_t, A::voies>& sigma,
-                           const P& table, std::size_t b1, std::size_t b2) {
+                           std::size_t b1, std::size_t b2) {
   Trouves<A> trouves{a};
   Courbe<A> courbe;
   const auto depart = suyama(a, sigma, courbe);
   const auto q = premiere_phase(a, courbe, depart, b1);
   trouves.noter(q.z);
-  if (trouves.rien()) seconde_phase(courbe, q, table, b1, b2, trouves);
+  if (trouves.rien()) seconde_phase(courbe, q, liste_paires(b2), b1, b2, trouves);
   return trouves.propre();
 }
 
@@ -148,7 +150,7 @@ void comparer(Pas& pas, std::span<const Point<A>> bebes, const Rangees& rangees,
 /// Points of a curve with their z divided out, block by block.
 template <Anneau A>
 struct PasNormalises {
-  PasEcm<Rangees::pas, A> pas;
+  PasEcm<A> pas;
 
   void suivants(std::span<Point<A>> points, Trouves<A>& trouves) {
     pas.suivants(points);
@@ -160,8 +162,8 @@ template <Anneau A>
 void seconde_phase_longue(const Courbe<A>& courbe, const Point<A>& q, const Rangees& rangees,
                           Allure allure, Trouves<A>& trouves, const Suivi& suivi) {
   std::vector<Point<A>> bebes(Rangees::bebes);
-  std::vector<Point<A>> place(nombre_multiples<Rangees::pas>);
-  PasNormalises<A> pas{{trouves.a, courbe, q, Rangees::residus(), bebes, place}};
+  std::vector<Point<A>> place(nombre_multiples(Rangees::pas));
+  PasNormalises<A> pas{{trouves.a, courbe, q, Rangees::pas, Rangees::residus(), bebes, place}};
   const std::size_t bloc = allure == Allure::rapide ? bebes.size() : 1;
   for (std::size_t i = 0; i < bebes.size() && !trouves.tous(); i += bloc) {
     normaliser(std::span{bebes}.subspan(i, bloc), trouves);

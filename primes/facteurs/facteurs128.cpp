@@ -94,10 +94,7 @@ template <class M, std::size_t voies>
 Entier128 essayer_voies(Entier128 n, const std::array<std::uint64_t, voies>& sigma,
                         const Bornes& b) {
   const ecm::Voies<M, voies> a{M{static_cast<typename M::Entier>(n)}};
-  if (b.b2 <= ecm::paires_courtes.portee) {
-    return ecm::essayer(a, sigma, ecm::paires_courtes, b.b1, b.b2);
-  }
-  return ecm::essayer(a, sigma, ecm::paires_longues, b.b1, b.b2);
+  return ecm::essayer(a, sigma, b.b1, b.b2);
 }
 
 /// One curve, or two side by side, whichever is faster for this size.

@@ -76,7 +76,7 @@ struct PasMoinsUn {
   /// v1 = V(1).
   PasMoinsUn(const MontgomeryLong& anneau, const Residu& v1, std::size_t k0) : a{anneau} {
     partout(a, reduit_un, 1);
-    std::array<Residu, nombre_multiples<D>> multiples;  // V(j) at j / 3, for j = 1 or 5 modulo 6
+    std::array<Residu, nombre_multiples(D)> multiples;  // V(j) at j / 3, for j = 1 or 5 modulo 6
     Residu v0;
     partout(a, v0, 2);
     const Residu v2 = lucas(v1, v1, v0);

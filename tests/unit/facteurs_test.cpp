@@ -281,7 +281,7 @@ TEST(Ecm, PairsCoverEveryPrime) {
 template <class M, std::size_t voies>
 Entier128 essayer_avec(Entier128 n, const std::array<std::uint64_t, voies>& sigma) {
   const ecm::Voies<M, voies> a{M{static_cast<typename M::Entier>(n)}};
-  return ecm::essayer(a, sigma, ecm::paires_courtes, 50, 2000);
+  return ecm::essayer(a, sigma, 50, 2000);
 }
 
 TEST(Ecm, AllArithmeticsFindTheSame) {
