@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 
 #include "primes/arithmetique/entier128.h"
 
@@ -20,6 +21,19 @@ NTL::ZZ en_zz(Entier128 n);
 /// fits.
 std::uint64_t en_entier64(const NTL::ZZ& n);
 Entier128 en_entier128(const NTL::ZZ& n);
+
+/// A small integer as one of the type `Entier`: a ZZ or one of the machine's.
+template <class Entier>
+Entier entier(std::uint64_t x) {
+  if constexpr (std::is_same_v<Entier, NTL::ZZ>) {
+    return en_zz(x);
+  } else {
+    return x;
+  }
+}
+
+/// As for the machine's integers (primes/arithmetique/racines.h).
+inline NTL::ZZ pgcd(const NTL::ZZ& a, const NTL::ZZ& n) { return NTL::GCD(a, n); }
 
 /// The decimal digits of n, after a minus sign if it is negative.
 std::string en_decimal(const NTL::ZZ& n);

@@ -7,8 +7,9 @@
 #include <cstddef>
 
 #include "primes/facteurs/ecm_grand.h"
-#include "primes/facteurs/ecm_huit.h"
 #include "primes/facteurs/facteurs_longs.h"
+#include "primes/facteurs/huit.h"
+#include "primes/facteurs/p_moins_un.h"
 
 namespace premiers {
 namespace {

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Eight residues in AVX-512 registers: what the rings of ecm_avx512.cpp and ecm_long_avx512.cpp
-// share.
+// Eight residues in AVX-512 registers, for few limbs: all is inlined, and a residue stays in its
+// registers from one operation to the next, where the ring of huit.h, of any length, hands it over in
+// memory. For two limbs that is a third of the instructions.
 //
 // A residue is K limbs of 52 bits, each a register of eight lanes; the IFMA instructions multiply
 // 52 by 52 bits and add the low or the high half of the product. A Montgomery product with R =
 // 2^(52 K) takes 4 K^2 + K of them for eight lanes: 18 for K = 2, where scalar code needs 10
-// multiplications for each lane; 68 for K = 4, where it needs 36.
+// multiplications for each lane.
 //
-// As in primes/primalite/montgomery_souple.h nothing is corrected: products are left in (0, 2n),
+// As in primes/arithmetique/montgomery_souple.h nothing is corrected: products are left in (0, 2n),
 // sums and differences in (0, 4n), for n < 2^(52 K - 4). Limbs of products are below 2^52. A sum
 // only carries upwards and leaves the carry standing in the lower limb, too: the multiplier ignores
 // all but the low 52 bits, and sums are never summed.
@@ -50,7 +51,7 @@ struct AnneauHuit {
     return r;
   }
 
-  [[gnu::always_inline]] Residu produit(const Residu& a, const Residu& b) const {
+  [[gnu::always_inline]] void produit(Residu& r, const Residu& a, const Residu& b) const {
     const __m512i zero{};
     __m512i t[2 * K] = {};
     for (std::size_t i = 0; i < K; ++i) {
@@ -67,37 +68,44 @@ struct AnneauHuit {
       }
       t[i + 1] += t[i] >> bits_membre;
     }
-    Residu r;
     for (std::size_t i = K; i < 2 * K - 1; ++i) {
       t[i + 1] += t[i] >> bits_membre;
       r.v[i - K] = t[i] & static_cast<long long>(masque_membre);
     }
     r.v[K - 1] = t[2 * K - 1];
-    return r;
   }
-  [[gnu::always_inline]] Residu carre(const Residu& a) const { return produit(a, a); }
 
-  [[gnu::always_inline]] Residu somme(const Residu& a, const Residu& b) const {
-    Residu r;
+  [[gnu::always_inline]] void somme(Residu& r, const Residu& a, const Residu& b) const {
     for (std::size_t i = 0; i < K; ++i) r.v[i] = a.v[i] + b.v[i];
-    return propager(r);
+    propager(r);
   }
-  [[gnu::always_inline]] Residu difference(const Residu& a, const Residu& b) const {
-    Residu r;
+  [[gnu::always_inline]] void difference(Residu& r, const Residu& a, const Residu& b) const {
     for (std::size_t i = 0; i < K; ++i) r.v[i] = a.v[i] + (deux_n.v[i] - b.v[i]);
-    return propager(r);
+    propager(r);
+  }
+  [[gnu::always_inline]] void papillon(Residu& s, Residu& d, const Residu& a,
+                                       const Residu& b) const {
+    Residu ecart;
+    difference(ecart, a, b);
+    somme(s, a, b);
+    d = ecart;
+  }
+  [[gnu::always_inline]] void fois_ecart(Residu& r, const Residu& a, const Residu& b) const {
+    Residu ecart;
+    difference(ecart, a, b);
+    produit(r, r, ecart);
   }
   /// Adds to every limb the carry, or the borrow, of the limb below.
-  [[gnu::always_inline]] static Residu propager(Residu r) {
+  [[gnu::always_inline]] static void propager(Residu& r) {
     for (std::size_t i = 0; i + 1 < K; ++i) r.v[i + 1] += r.v[i] >> bits_membre;
-    return r;
   }
 
-  [[gnu::always_inline]] Residu entrer(const std::array<std::uint64_t, voies>& x) const {
+  [[gnu::always_inline]] Residu entrer_mots(const std::array<std::uint64_t, voies>& x) const {
     Residu r;
     for (auto& v : r.v) v = __m512i{};
     r.v[0] = _mm512_loadu_si512(x.data());
-    return produit(r, r2);
+    produit(r, r, r2);
+    return r;
   }
   /// Limb i of all lanes.
   static std::array<std::uint64_t, voies> lire_membre(const Residu& a, std::size_t i) {

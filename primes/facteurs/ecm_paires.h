@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <numeric>
+#include <span>
 
 namespace premiers::ecm {
 
@@ -63,5 +64,22 @@ struct Paires {
 /// For B2 up to 12600, and up to 100800.
 extern const Paires<210, 60> paires_courtes;
 extern const Paires<420, 240> paires_longues;
+
+/// Such lists, whatever their D.
+struct ListePaires {
+  std::size_t pas, portee;
+  std::span<const std::uint16_t> residus;
+  std::span<const Paire> paires;
+  std::span<const std::uint32_t> debut;
+
+  template <std::size_t D, std::size_t geants>
+  explicit ListePaires(const Paires<D, geants>& p)
+      : pas{D}, portee{p.portee}, residus{p.residus}, paires{p.paires}, debut{p.debut} {}
+};
+
+/// The shorter one that reaches b2.
+inline ListePaires liste_paires(std::size_t b2) {
+  return b2 <= paires_courtes.portee ? ListePaires{paires_courtes} : ListePaires{paires_longues};
+}
 
 }  // namespace premiers::ecm

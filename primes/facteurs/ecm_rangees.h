@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "primes/facteurs/ecm_paires.h"
 #include "primes/suivi/suivi.h"
 
 namespace premiers::ecm {
@@ -35,12 +36,13 @@ struct Rangees {
   Rangees(std::uint64_t b1, std::uint64_t b2, const Suivi& suivi = {});
 };
 
-/// f(i) for the bits of a row in increasing order.
-template <class F>
-[[gnu::always_inline]] inline void pour_chaque_bebe(const Rangees::Rangee& rangee, const F& f) {
+/// The pairs of a row, as those of k = 0.
+inline void lire_rangee(const Rangees::Rangee& rangee, std::vector<Paire>& paires) {
+  paires.clear();
   for (std::size_t m = 0; m < rangee.size(); ++m) {
     for (std::uint64_t mot = rangee[m]; mot != 0; mot &= mot - 1) {
-      f(64 * m + static_cast<std::size_t>(std::countr_zero(mot)));
+      paires.push_back({0, static_cast<std::uint16_t>(
+                               64 * m + static_cast<std::size_t>(std::countr_zero(mot)))});
     }
   }
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The portable ring of lanes for ECM (primes/facteurs/ecm.h): `nombre` residues of
-// primes/primalite/montgomery*.h.
+// primes/arithmetique/montgomery.h and its like, up to 128 bits.
 #pragma once
 
 #include <array>
@@ -20,35 +20,38 @@ struct Voies {
 
   M m;
 
-  [[gnu::always_inline]] Residu produit(const Residu& a, const Residu& b) const {
-    Residu r;
-    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.produit(a[i], b[i]);
-    return r;
+  [[gnu::always_inline]] void produit(Residu& r, const Residu& x, const Residu& y) const {
+    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.produit(x[i], y[i]);
   }
-  [[gnu::always_inline]] Residu carre(const Residu& a) const {
-    Residu r;
-    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.carre(a[i]);
-    return r;
+  [[gnu::always_inline]] void somme(Residu& r, const Residu& x, const Residu& y) const {
+    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.somme(x[i], y[i]);
   }
-  [[gnu::always_inline]] Residu somme(const Residu& a, const Residu& b) const {
-    Residu r;
-    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.somme(a[i], b[i]);
-    return r;
+  [[gnu::always_inline]] void difference(Residu& r, const Residu& x, const Residu& y) const {
+    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.difference(x[i], y[i]);
   }
-  [[gnu::always_inline]] Residu difference(const Residu& a, const Residu& b) const {
-    Residu r;
-    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.difference(a[i], b[i]);
-    return r;
+  [[gnu::always_inline]] void papillon(Residu& s, Residu& d, const Residu& x,
+                                       const Residu& y) const {
+    for (std::size_t i = 0; i < nombre; ++i) {
+      const Entier ecart = m.difference(x[i], y[i]);
+      s[i] = m.somme(x[i], y[i]);
+      d[i] = ecart;
+    }
+  }
+  [[gnu::always_inline]] void fois_ecart(Residu& r, const Residu& x, const Residu& y) const {
+    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.produit(r[i], m.difference(x[i], y[i]));
   }
 
-  /// The residues of small integers.
-  Residu entrer(const std::array<std::uint64_t, nombre>& x) const {
+  using Nombres = std::array<Entier, nombre>;
+  const Entier& module() const { return m.n; }
+  /// The residues of small integers, which have 64 bits at most.
+  Residu entrer(const Nombres& x) const {
     Residu r;
-    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.entrer(x[i]);
+    for (std::size_t i = 0; i < nombre; ++i) r[i] = m.entrer(static_cast<std::uint64_t>(x[i]));
     return r;
   }
-  /// For each lane a number that has the same gcd with n as the residue.
-  std::array<Entier, nombre> lire(const Residu& a) const { return a; }
+  Nombres lire(const Residu& x) const { return x; }
+  /// A number that shares with n what x and y, read, do.
+  Entier reunir(const Entier& x, const Entier& y) const { return m.produit(x, y); }
 };
 
 }  // namespace premiers::ecm

@@ -14,13 +14,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "primes/arithmetique/montgomery.h"
+#include "primes/arithmetique/montgomery128.h"
+#include "primes/arithmetique/montgomery_souple.h"
 #include "primes/arithmetique/racines.h"
-#include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_avx512.h"
+#include "primes/facteurs/ecm_chaines.h"
+#include "primes/facteurs/ecm_paires.h"
+#include "primes/facteurs/ecm_seconde.h"
 #include "primes/facteurs/ecm_voies.h"
-#include "primes/primalite/montgomery.h"
-#include "primes/primalite/montgomery128.h"
-#include "primes/primalite/montgomery_souple.h"
 
 namespace premiers {
 namespace {
@@ -60,7 +62,7 @@ constexpr std::array<Bornes, 11> bornes_avx512{{{40, 20, 500},
 template <std::size_t taille>
 constexpr bool a_portee(const std::array<Bornes, taille>& table) {
   return std::all_of(table.begin(), table.end(), [](const Bornes& b) {
-    return b.b1 <= ecm::b1_maximal && b.b2 <= ecm::paires_longues.portee;
+    return b.b1 <= ecm::b1_court && b.b2 <= ecm::paires_longues.portee;
   });
 }
 static_assert(a_portee(bornes_scalaires) && a_portee(bornes_avx512));
@@ -78,23 +80,21 @@ std::optional<Entier128> parcourir(Entier128 n, unsigned courbes,
                                    const std::array<Bornes, taille>& table, Essayer essayer) {
   const Bornes& bornes = choisir(table, bits(n));
   const Bornes& premieres = choisir(table, bits(n) * 4 / 5);
-  constexpr std::uint32_t sigma_minimal = 6;  // Suyama's curves are good from there on
+  constexpr std::uint64_t sigma_minimal = 6;  // Suyama's curves are good from there on
   for (unsigned i = 0; i < courbes; i += voies) {
-    std::array<std::uint32_t, voies> sigma;
+    std::array<std::uint64_t, voies> sigma;
     for (unsigned j = 0; j < voies; ++j) sigma[j] = sigma_minimal + i + j;
-    const Entier128 f = essayer(n, sigma.data(), i == 0 ? premieres : bornes);
+    const Entier128 f = essayer(n, sigma, i == 0 ? premieres : bornes);
     if (f != 1) return f;
   }
   return std::nullopt;
 }
 
 template <class M, std::size_t voies>
-Entier128 essayer_voies(Entier128 n, const std::uint32_t* sigma, const Bornes& b) {
+Entier128 essayer_voies(Entier128 n, const std::array<std::uint64_t, voies>& sigma,
+                        const Bornes& b) {
   const ecm::Voies<M, voies> a{M{static_cast<typename M::Entier>(n)}};
-  if (b.b2 <= ecm::paires_courtes.portee) {
-    return ecm::essayer(a, sigma, ecm::paires_courtes, b.b1, b.b2);
-  }
-  return ecm::essayer(a, sigma, ecm::paires_longues, b.b1, b.b2);
+  return ecm::essayer(a, sigma, b.b1, b.b2);
 }
 
 /// One curve, or two side by side, whichever is faster for this size.
@@ -117,7 +117,7 @@ std::optional<Entier128> facteur_ecm_portable(Entier128 n, unsigned courbes) {
 
 std::optional<Entier128> facteur_ecm_avx512(Entier128 n, unsigned courbes) {
   if (bits(n) > ecm::bits_maximum_avx512) return facteur_ecm_portable(n, courbes);
-  const auto huit = [](Entier128 m, const std::uint32_t* sigma, const Bornes& b) {
+  const auto huit = [](Entier128 m, const std::array<std::uint64_t, 8>& sigma, const Bornes& b) {
     return ecm::essayer_huit(m, sigma, b.b1, b.b2);
   };
   return parcourir<ecm::voies_avx512>(n, courbes, bornes_avx512, huit);

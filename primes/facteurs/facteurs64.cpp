@@ -14,11 +14,11 @@
 #include <bit>
 
 #include "primes/arithmetique/entier128.h"
+#include "primes/arithmetique/montgomery.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/petits_diviseurs.h"
 #include "primes/facteurs/rho.h"
-#include "primes/primalite/montgomery.h"
 #include "primes/primalite/primalite.h"
 
 namespace premiers {

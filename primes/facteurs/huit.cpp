@@ -49,13 +49,13 @@ Huit::Huit(const NTL::ZZ& modulus, NoyauxParLongueur par_longueur)
     : n{modulus}, longueur{longueur_pour(NTL::NumBits(n))}, noyaux{par_longueur(longueur)} {
   const NTL::ZZ base = NTL::power2_ZZ(bits_membre);
   r_inverse = NTL::InvMod(NTL::power2_ZZ(bits_membre * static_cast<long>(longueur)) % n, n);
-  module.n = en_membres(n);
-  module.deux_n = en_membres(2 * n);
-  module.inverse = en_entier64(base - NTL::InvMod(n % base, base));
+  nombre.n = en_membres(n);
+  nombre.deux_n = en_membres(2 * n);
+  nombre.inverse = en_entier64(base - NTL::InvMod(n % base, base));
   for (std::size_t i = 0; i < membres_max; ++i) {
-    module.n_reel[i] = static_cast<double>(module.n[i]);
+    nombre.n_reel[i] = static_cast<double>(nombre.n[i]);
   }
-  module.inverse_reel = static_cast<double>(module.inverse);
+  nombre.inverse_reel = static_cast<double>(nombre.inverse);
 }
 
 Huit::Residu Huit::entrer(const Nombres& x) const {

@@ -30,10 +30,10 @@ struct Entiers {
 
   [[gnu::always_inline]] static Chiffre preparer(__m512i membre) { return membre; }
   [[gnu::always_inline]] static Chiffre module(const Huit::Module& m, std::size_t i) {
-    return partout(m.n[i]);
+    return diffuser(m.n[i]);
   }
   [[gnu::always_inline]] static Chiffre quotient(__m512i t, const Huit::Module& m) {
-    return _mm512_madd52lo_epu64(__m512i{}, t, partout(m.inverse));
+    return _mm512_madd52lo_epu64(__m512i{}, t, diffuser(m.inverse));
   }
   [[gnu::always_inline]] static void ajouter(__m512i& bas, __m512i& haut, Chiffre a, Chiffre b) {
     bas = _mm512_madd52lo_epu64(bas, a, b);

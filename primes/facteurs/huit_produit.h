@@ -27,7 +27,7 @@ namespace premiers::ecm {
 
 inline constexpr std::uint64_t masque_membre = (std::uint64_t{1} << Huit::bits_membre) - 1;
 
-[[gnu::always_inline]] inline __m512i partout(std::uint64_t x) {
+[[gnu::always_inline]] inline __m512i diffuser(std::uint64_t x) {
   return _mm512_set1_epi64(static_cast<long long>(x));
 }
 /// Residues are aligned, but gcc 12 forgets that for the temporaries of a conditional expression.
@@ -55,7 +55,7 @@ struct NoyauxHuit {
 
   template <std::size_t... I>
   [[gnu::always_inline]] static void commencer(__m512i* t, std::index_sequence<I...>) {
-    ((t[I] = partout(debut(I))), ...);
+    ((t[I] = diffuser(debut(I))), ...);
   }
 
   template <std::size_t... J>
@@ -80,10 +80,10 @@ struct NoyauxHuit {
 
   [[gnu::always_inline]] static void ligne(__m512i* t, const Module& m, __m512i a, const Chiffre* b,
                                            std::uint64_t debut_du_haut) {
-    t[K] = partout(debut_du_haut);
+    t[K] = diffuser(debut_du_haut);
     ajouter_a_b(t, M::preparer(a), b, Suite<K>{});
     ajouter_f_n(t, M::quotient(t[0], m), m, Suite<K>{});
-    t[1] += (t[0] - partout(M::biais_bas)) >> Huit::bits_membre;
+    t[1] += (t[0] - diffuser(M::biais_bas)) >> Huit::bits_membre;
   }
 
   template <std::size_t... I>
@@ -95,7 +95,7 @@ struct NoyauxHuit {
   /// The columns from K on, their carries carried upwards.
   template <std::size_t... I>
   [[gnu::always_inline]] static void finir(Residu& r, __m512i* t, std::index_sequence<I...>) {
-    ((t[I + 1] += t[I] >> Huit::bits_membre, ecrire_membre(r, I, t[I] & partout(masque_membre))),
+    ((t[I + 1] += t[I] >> Huit::bits_membre, ecrire_membre(r, I, t[I] & diffuser(masque_membre))),
      ...);
     ecrire_membre(r, K - 1, t[K - 1]);
   }
@@ -116,6 +116,11 @@ struct NoyauxHuit {
     ecrire_membre(r, K - 1, v[K - 1]);
   }
 
+  [[gnu::always_inline]] static __m512i difference_en(const Module& m, const Residu& a,
+                                                      const Residu& b, std::size_t i) {
+    return lire_membre(a, i) + (diffuser(m.deux_n[i]) - lire_membre(b, i));
+  }
+
   static void somme(const Module& /*m*/, Residu& r, const Residu& a, const Residu& b) {
     __m512i v[K];
     for (std::size_t i = 0; i < K; ++i) v[i] = lire_membre(a, i) + lire_membre(b, i);
@@ -124,13 +129,21 @@ struct NoyauxHuit {
 
   static void difference(const Module& m, Residu& r, const Residu& a, const Residu& b) {
     __m512i v[K];
-    for (std::size_t i = 0; i < K; ++i) {
-      v[i] = lire_membre(a, i) + (partout(m.deux_n[i]) - lire_membre(b, i));
-    }
+    for (std::size_t i = 0; i < K; ++i) v[i] = difference_en(m, a, b, i);
     propager(r, v, Suite<K - 1>{});
   }
 
-  static constexpr Huit::Noyaux noyaux{produit, somme, difference};
+  static void papillon(const Module& m, Residu& s, Residu& d, const Residu& a, const Residu& b) {
+    __m512i v[K], w[K];
+    for (std::size_t i = 0; i < K; ++i) {
+      v[i] = lire_membre(a, i) + lire_membre(b, i);
+      w[i] = difference_en(m, a, b, i);
+    }
+    propager(s, v, Suite<K - 1>{});
+    propager(d, w, Suite<K - 1>{});
+  }
+
+  static constexpr Huit::Noyaux noyaux{produit, somme, difference, papillon};
 };
 
 template <class M, std::size_t... I>

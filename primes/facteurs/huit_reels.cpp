@@ -40,8 +40,8 @@ struct Reels {
   static constexpr auto biais_haut = std::bit_cast<std::uint64_t>(un_haut);
 
   [[gnu::always_inline]] static Chiffre preparer(__m512i membre) {
-    const __m512i exposant = partout(biais_bas);
-    return _mm512_castsi512_pd((membre & partout(masque_membre)) | exposant) -
+    const __m512i exposant = diffuser(biais_bas);
+    return _mm512_castsi512_pd((membre & diffuser(masque_membre)) | exposant) -
            _mm512_set1_pd(un_bas);
   }
   [[gnu::always_inline]] static Chiffre module(const Huit::Module& m, std::size_t i) {

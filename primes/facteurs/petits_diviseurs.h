@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "primes/primalite/montgomery.h"
+#include "primes/arithmetique/montgomery.h"
 
 namespace premiers {
 

@@ -26,10 +26,10 @@
 #include <cstddef>
 
 #include "primes/arithmetique/gmp_zz.h"
+#include "primes/arithmetique/montgomery.h"
+#include "primes/arithmetique/montgomery128.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/zz.h"
-#include "primes/primalite/montgomery.h"
-#include "primes/primalite/montgomery128.h"
 
 namespace premiers {
 namespace {

@@ -13,7 +13,7 @@
 #include <cstdint>
 
 #include "primes/arithmetique/entier128.h"
-#include "primes/primalite/montgomery.h"
+#include "primes/arithmetique/montgomery.h"
 
 namespace premiers::quadratique {
 

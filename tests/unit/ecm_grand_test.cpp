@@ -12,14 +12,16 @@
 #include <bit>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
+#include "primes/arithmetique/montgomery_long.h"
 #include "primes/facteurs/ecm.h"
-#include "primes/facteurs/ecm_lucas.h"
-#include "primes/facteurs/ecm_phases.h"
+#include "primes/facteurs/ecm_chaines.h"
+#include "primes/facteurs/ecm_paires.h"
 #include "primes/facteurs/ecm_rangees.h"
-#include "primes/facteurs/ecm_voies.h"
-#include "primes/primalite/montgomery_long.h"
+#include "primes/facteurs/ecm_seconde.h"
+#include "primes/facteurs/p_moins_un.h"
 
 namespace premiers {
 namespace {
@@ -71,43 +73,40 @@ TEST(Multiplicateurs, GiveTheLeastCommonMultiple) {
   }
 }
 
-using DeuxMots = ecm::Voies<MontgomeryLong<2>, 1>;
+using Point = ecm::Point<MontgomeryLong>;
+using Courbe = ecm::Courbe<MontgomeryLong>;
 
 /// m P by the doubling ladder: k P and (k + 1) P, bit by bit.
-ecm::Point<DeuxMots> multiple(const DeuxMots& a, const ecm::Courbe<DeuxMots>& courbe,
-                              const ecm::Point<DeuxMots>& depart, std::uint32_t m) {
-  auto bas = depart;
-  auto haut = ecm::doubler(a, courbe, depart);
+Point multiple(const MontgomeryLong& a, const Courbe& courbe, const Point& depart,
+               std::uint32_t m) {
+  Point bas = depart;
+  Point haut;
+  ecm::doubler(a, courbe, haut, depart);
   for (int i = static_cast<int>(std::bit_width(m)) - 2; i >= 0; --i) {
-    const auto somme = ecm::ajouter(a, haut, bas, depart);
-    if ((m >> i & 1) != 0) {
-      bas = somme;
-      haut = ecm::doubler(a, courbe, haut);
-    } else {
-      haut = somme;
-      bas = ecm::doubler(a, courbe, bas);
-    }
+    const bool un = (m >> i & 1) != 0;
+    ecm::ajouter(a, un ? bas : haut, haut, bas, depart);
+    ecm::doubler(a, courbe, un ? haut : bas, un ? haut : bas);
   }
   return bas;
 }
 
 TEST(Marche, EveryChainLeadsToTheMultipleThatTheDoublingLadderGives) {
   const ZZ p = NTL::power2_ZZ(107) - 1;  // a prime, so that X / Z can be compared
-  const DeuxMots a{MontgomeryLong<2>{p}};
-  ecm::Courbe<DeuxMots> courbe;
-  const std::uint32_t sigma = 11;
-  const auto depart = ecm::suyama(a, &sigma, courbe);
+  const MontgomeryLong a{p};
+  Courbe courbe;
+  const auto depart = ecm::suyama(a, {11}, courbe);
   std::vector<ecm::Multiplicateur> chaines = ecm::multiplicateurs(2, 3000);
   for (const std::uint32_t m : {3U, 5U, 7U, 31U, 101U, 1009U}) {  // not the best ones only
     for (std::uint32_t r = (m + 1) / 2; r < m; ++r) chaines.push_back({m, r});
   }
   for (const auto& m : chaines) {
-    ecm::Marche<DeuxMots> marche{a, courbe, depart};
+    ecm::Marche<MontgomeryLong> marche{a, courbe, depart};
     marche.multiplier(m);
     const auto attendu = multiple(a, courbe, depart, m.p);
-    const auto difference =
-        a.difference(a.produit(marche.u->x, attendu.z), a.produit(attendu.x, marche.u->z));
-    EXPECT_EQ(en_zz(difference[0]) % p, 0) << m.p << ' ' << m.r;
+    const ZZ x = a.lire(marche.point().x)[0];
+    const ZZ z = a.lire(marche.point().z)[0];
+    EXPECT_NE(z, 0);
+    EXPECT_EQ(x * a.lire(attendu.z)[0] % p, z * a.lire(attendu.x)[0] % p) << m.p << ' ' << m.r;
   }
 }
 
@@ -117,9 +116,12 @@ TEST(Rangees, HoldEveryPrimeBetweenTheBoundsAndNothingBeside) {
   const ecm::Rangees rangees{b1, b2};
   std::vector<bool> couvert(200000);
   std::size_t paires = 0;
+  std::vector<ecm::Paire> rangee;
   for (std::size_t i = 0; i < rangees.bits.size(); ++i) {
     const std::uint64_t milieu = (rangees.k0 + i) * ecm::Rangees::pas;
-    ecm::pour_chaque_bebe(rangees.bits[i], [&](std::size_t b) {
+    ecm::lire_rangee(rangees.bits[i], rangee);
+    for (const auto& [geant, b] : rangee) {
+      EXPECT_EQ(geant, 0);
       const std::uint64_t j = ecm::Rangees::residus()[b];
       const auto voulu = [&](std::uint64_t q) {
         return b1 < q && q <= b2 && est_premier_par_division(q);
@@ -127,7 +129,7 @@ TEST(Rangees, HoldEveryPrimeBetweenTheBoundsAndNothingBeside) {
       EXPECT_TRUE(voulu(milieu - j) || voulu(milieu + j)) << milieu << ' ' << j;
       couvert[milieu - j] = couvert[milieu + j] = true;
       ++paires;
-    });
+    }
   }
   std::size_t premiers = 0;
   for (std::uint64_t q = b1 + 1; q <= b2; ++q) {
@@ -141,53 +143,81 @@ TEST(Rangees, HoldEveryPrimeBetweenTheBoundsAndNothingBeside) {
 
 // ---- Steps of the second stage -----------------------------------------------------------------
 
+using Trouves = ecm::Trouves<MontgomeryLong>;
+
 /// Points (i : z) for the z of a list.
-std::vector<ecm::Point<DeuxMots>> points_de(const DeuxMots& a, const std::vector<ZZ>& z) {
-  std::vector<ecm::Point<DeuxMots>> points;
+std::vector<Point> points_de(const MontgomeryLong& a, const std::vector<ZZ>& z) {
+  std::vector<Point> points;
   for (const ZZ& x : z) {
-    points.push_back({{a.m.entrer(points.size() + 5)}, a.produit({en_mots<2>(x)}, {a.m.r2})});
+    points.push_back({a.entrer({en_zz(std::uint64_t{points.size() + 5})}), a.entrer({x})});
   }
   return points;
 }
 
 TEST(Normaliser, DividesEveryXByItsZ) {
   const ZZ n = ZZ{17179869739} * 17179872581;
-  const DeuxMots a{MontgomeryLong<2>{n}};
+  const MontgomeryLong a{n};
   const std::vector<ZZ> z{ZZ{1}, ZZ{2}, n - 1, ZZ{123456789}, n / 3};
   auto points = points_de(a, z);
-  EXPECT_EQ(en_zz(ecm::normaliser(a, std::span<ecm::Point<DeuxMots>>{points})), 1);
+  Trouves trouves{a};
+  ecm::normaliser(std::span<Point>{points}, trouves);
+  EXPECT_TRUE(trouves.rien());
   for (std::size_t i = 0; i < z.size(); ++i) {
-    const ZZ x = en_zz(a.produit(points[i].x, {EntierLong<2>{1}})[0]);  // out of Montgomery's form
-    EXPECT_EQ(x * z[i] % n, static_cast<long>(i + 5)) << i;
+    EXPECT_EQ(a.lire(points[i].x)[0] * z[i] % n, static_cast<long>(i + 5)) << i;
   }
 }
 
-TEST(Normaliser, GivesTheFactorThatForbidsIt) {
+TEST(Normaliser, GivesTheFactorsThatForbidIt) {
   const ZZ p{17179869739};
   const ZZ q{17179872581};
-  const DeuxMots a{MontgomeryLong<2>{p * q}};
+  const MontgomeryLong a{p * q};
   const auto divise = [&](const std::vector<ZZ>& z) {
     auto points = points_de(a, z);
-    return en_zz(ecm::normaliser(a, std::span<ecm::Point<DeuxMots>>{points}));
+    Trouves trouves{a};
+    ecm::normaliser(std::span<Point>{points}, trouves);
+    return trouves.g[0];
   };
   EXPECT_EQ(divise({ZZ{3}, 5 * p, ZZ{7}}), p);
-  EXPECT_EQ(divise({ZZ{3}, ZZ{0}, 5 * q}), q);
-  EXPECT_EQ(divise({2 * q, 5 * p}), q);
+  EXPECT_EQ(divise({ZZ{3}, 5 * q}), q);
+  EXPECT_EQ(divise({2 * q, 5 * p}), p * q);
   EXPECT_EQ(divise({ZZ{3}, ZZ{0}}), p * q);
+}
+
+/// The z of two points of a block, found together: one by one they say what the first has found.
+TEST(Comparer, StepByStepKeepsThePointsOfABlockApart) {
+  struct Pas {
+    const std::vector<Point>& points;
+    std::size_t i = 0;
+    void suivants(std::span<Point> geants, Trouves& trouves) {
+      for (Point& p : geants) p = points[i++];
+      ecm::normaliser(geants, trouves);
+    }
+  };
+  const ZZ p{17179869739};
+  const ZZ q{17179872581};
+  const MontgomeryLong a{p * q};
+  const auto points = points_de(a, {ZZ{3}, 2 * q, 5 * p, ZZ{7}});
+  const auto bebes = points_de(a, std::vector<ZZ>(ecm::Rangees::bebes, ZZ{1}));
+  ecm::Rangees rangees{2000, 2000 + 3 * ecm::Rangees::pas};
+  ASSERT_LE(rangees.bits.size(), points.size());
+  for (auto& rangee : rangees.bits) rangee = {};
+  for (const auto& [allure, attendu] :
+       {std::pair{ecm::Allure::rapide, ZZ{p * q}}, std::pair{ecm::Allure::pas_a_pas, q}}) {
+    Trouves trouves{a};
+    Pas pas{points};
+    ecm::comparer(pas, std::span<const Point>{bebes}, rangees, allure, trouves, {});
+    EXPECT_EQ(trouves.g[0], attendu);
+  }
 }
 
 // ---- Published curves --------------------------------------------------------------------------
 
-/// One curve of small bounds in the ring of four words.
-ZZ courbe_courte(const ZZ& n, std::uint32_t sigma, std::size_t b1, std::size_t b2) {
-  const ecm::Voies<MontgomeryLong<4>, 1> a{MontgomeryLong<4>{n}};
-  return en_zz(ecm::essayer(a, &sigma, ecm::paires_longues, b1, b2));
-}
+using ecm::essayer_courbe_courte;
 
 TEST(CourbesPubliees, OfSmallBoundsFindWhatTheirOrdersSay) {
   struct Cas {
     const char* p;
-    std::uint32_t sigma;
+    std::uint64_t sigma;
     std::size_t b1, b2;  // the second greatest and the greatest prime of the order
   };
   for (const auto& c : {Cas{"30210181", 7, 29, 2411},                     // 2^4 3^3 29 2411
@@ -197,12 +227,13 @@ TEST(CourbesPubliees, OfSmallBoundsFindWhatTheirOrdersSay) {
                         Cas{"291310394389387", 3547, 167, 211}}) {        // .. 101 167 211
     const ZZ p = lire(c.p);
     const ZZ n = p * (NTL::power2_ZZ(127) - 1);
-    EXPECT_EQ(courbe_courte(n, c.sigma, c.b1, c.b2), p) << p;
-    EXPECT_EQ(courbe_courte(n, c.sigma, c.b1 - 1, c.b2), 1) << p;
+    EXPECT_EQ(essayer_courbe_courte(n, c.sigma, c.b1, c.b2), p) << p;
+    EXPECT_EQ(essayer_courbe_courte(n, c.sigma, c.b1 - 1, c.b2), 1) << p;
   }
-  EXPECT_EQ(courbe_courte(lire("2050449353925555290706354283"), 7, 30, 2411), 30210181);
-  EXPECT_EQ(courbe_courte(lire("3533000986701102061387017352606588294716061"), 3547, 167, 211),
-            lire("291310394389387"));
+  EXPECT_EQ(essayer_courbe_courte(lire("2050449353925555290706354283"), 7, 30, 2411), 30210181);
+  EXPECT_EQ(
+      essayer_courbe_courte(lire("3533000986701102061387017352606588294716061"), 3547, 167, 211),
+      lire("291310394389387"));
 }
 
 TEST(CourbesPublieesLent, OfTwentyFiveDigitsFindsWithExactlyTheBoundsOfItsOrder) {

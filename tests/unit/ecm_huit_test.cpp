@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Eight curves at a time against the same curves one by one, and against published ones.
-#include "primes/facteurs/ecm_huit.h"
-
 #include <NTL/ZZ.h>
 #include <gtest/gtest.h>
 
@@ -10,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "primes/facteurs/ecm_grand.h"
+#include "primes/facteurs/huit.h"
 #include "versions_de_huit.h"
 
 namespace premiers::ecm {
@@ -49,6 +49,26 @@ TEST(HuitCourbes, FindWhatEachFindsAloneAtEveryLengthAndInEveryLane) {
       EXPECT_EQ(std::count(facteurs.begin(), facteurs.end(), p), std::ssize(facteurs)) << k;
       EXPECT_FALSE(facteurs.empty()) << k << " limbs";
     }
+  });
+}
+
+TEST(HuitCourbesCourtes, FindWhatTheFirstLaneThatFindsAnythingFindsAlone) {
+  NTL::SetSeed(ZZ{6});
+  int trouves = 0;
+  pour_chaque_version([&](auto noyaux) {
+    for (const long bits : {90L, 100L, 101L, 152L, 153L, 204L, 205L, 308L, 309L, 412L, 700L}) {
+      const ZZ n = NTL::GenPrime_ZZ(30) * NTL::GenPrime_ZZ(bits - 30);
+      for (std::uint64_t sigma = 6; sigma < 86; sigma += Huit::voies) {
+        ZZ attendu{1};
+        for (std::size_t j = Huit::voies; j-- > 0;) {
+          const ZZ f = essayer_courbe_courte(n, sigma + j, 100, 5000);
+          if (f != 1) attendu = f;
+        }
+        EXPECT_EQ(essayer_huit_courtes(n, sigma, 100, 5000, noyaux), attendu) << n << ' ' << sigma;
+        trouves += attendu != 1 ? 1 : 0;
+      }
+    }
+    EXPECT_GT(trouves, 10);
   });
 }
 

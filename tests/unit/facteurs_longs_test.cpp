@@ -5,16 +5,12 @@
 #include <NTL/ZZ.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
-#include "primes/facteurs/ecm.h"
-#include "primes/facteurs/ecm_avx512.h"
-#include "primes/facteurs/ecm_long_avx512.h"
-#include "primes/facteurs/ecm_voies.h"
+#include "primes/arithmetique/montgomery_long.h"
+#include "primes/arithmetique/zz.h"
 #include "primes/facteurs/petits_facteurs.h"
-#include "primes/primalite/montgomery_long.h"
 
 namespace premiers {
 namespace {
@@ -30,38 +26,59 @@ std::vector<ZZ> modules(long bits) {
   return m;
 }
 
-template <std::size_t L>
-void comparer_l_arithmetique() {
+MontgomeryLong::Residu en_residu(ZZ x) {
+  MontgomeryLong::Residu r{};
+  for (std::uint64_t& mot : r.mots) {
+    mot = en_entier64(NTL::trunc_ZZ(x, 64));
+    x >>= 64;
+  }
+  return r;
+}
+ZZ en_zz(const MontgomeryLong::Residu& r, std::size_t mots) {
+  ZZ x;
+  for (std::size_t i = mots; i-- > 0;) x = (x << 64) + premiers::en_zz(r.mots[i]);
+  return x;
+}
+
+void comparer_l_arithmetique(const ZZ& n, std::size_t L) {
   const ZZ R = power2_ZZ(static_cast<long>(64 * L));
-  for (const ZZ& n : modules(MontgomeryLong<L>::bits_maximum)) {
-    const MontgomeryLong<L> m{n};
-    for (int i = 0; i < 50; ++i) {
-      // The greatest values that sums and differences may have are just below 4n.
-      const ZZ x = i == 0 ? 4 * n - 1 : NTL::RandomBnd(4 * n);
-      const ZZ y = i <= 1 ? 4 * n - 1 : NTL::RandomBnd(4 * n);
-      const ZZ p = en_zz(m.produit(en_mots<L>(x), en_mots<L>(y)));
-      EXPECT_LT(p, 2 * n);
-      EXPECT_EQ(p * R % n, x * y % n);
-      const ZZ u = NTL::RandomBnd(2 * n);
-      const ZZ v = NTL::RandomBnd(2 * n);
-      EXPECT_EQ(en_zz(m.somme(en_mots<L>(u), en_mots<L>(v))), u + v);
-      EXPECT_EQ(en_zz(m.difference(en_mots<L>(u), en_mots<L>(v))), u + 2 * n - v);
-    }
-    EXPECT_EQ(en_zz(m.entrer(12345)) % n, 12345 * R % n);
+  const MontgomeryLong m{n};
+  ASSERT_EQ(m.longueur, L);
+  for (int i = 0; i < 50; ++i) {
+    // The greatest values that sums and differences may have are just below 4n.
+    const ZZ x = i == 0 ? 4 * n - 1 : NTL::RandomBnd(4 * n);
+    const ZZ y = i <= 1 ? 4 * n - 1 : NTL::RandomBnd(4 * n);
+    MontgomeryLong::Residu r, s;
+    m.produit(r, en_residu(x), en_residu(y));
+    EXPECT_LT(en_zz(r, L), 2 * n);
+    EXPECT_EQ(en_zz(r, L) * R % n, x * y % n);
+    r = en_residu(x);
+    m.produit(r, r, r);
+    EXPECT_EQ(en_zz(r, L) * R % n, x * x % n);
+    const ZZ u = NTL::RandomBnd(2 * n);
+    const ZZ v = NTL::RandomBnd(2 * n);
+    m.somme(r, en_residu(u), en_residu(v));
+    EXPECT_EQ(en_zz(r, L), u + v);
+    m.difference(r, en_residu(u), en_residu(v));
+    EXPECT_EQ(en_zz(r, L), u + 2 * n - v);
+    r = en_residu(u);
+    s = en_residu(v);
+    m.papillon(r, s, r, s);
+    EXPECT_EQ(en_zz(r, L), u + v);
+    EXPECT_EQ(en_zz(s, L), u + 2 * n - v);
+    r = en_residu(x);
+    m.fois_ecart(r, en_residu(u), en_residu(v));
+    EXPECT_LT(en_zz(r, L), 2 * n);
+    EXPECT_EQ(en_zz(r, L) * R % n, x * (u + 2 * n - v) % n);
+    EXPECT_EQ(m.lire(m.entrer({x % n}))[0], x % n);
+    EXPECT_EQ(en_zz(m.entrer({x % n}), L), x * R % n);
   }
 }
 
 TEST(MontgomeryLong, AgreesWithLongArithmeticUpToItsLimits) {
-  comparer_l_arithmetique<2>();
-  comparer_l_arithmetique<3>();
-  comparer_l_arithmetique<4>();
-  comparer_l_arithmetique<5>();
-  comparer_l_arithmetique<6>();
-  comparer_l_arithmetique<7>();
-  comparer_l_arithmetique<8>();
-  comparer_l_arithmetique<9>();
-  comparer_l_arithmetique<10>();
-  comparer_l_arithmetique<11>();
+  for (std::size_t L = MontgomeryLong::mots_min; L <= MontgomeryLong::mots_max; ++L) {
+    for (const ZZ& n : modules(MontgomeryLong::bits_maximum(L))) comparer_l_arithmetique(n, L);
+  }
 }
 
 using Methode = decltype(&facteur_ecm_long);
@@ -89,33 +106,6 @@ TEST_P(FacteursLongs, FindsShortFactorsAtEveryLength) {
 TEST_P(FacteursLongs, FindsNothingInPrimesNorBeyondItsLimit) {
   EXPECT_FALSE(GetParam()(power2_ZZ(127) - 1, {16, 200, 8000}, 0, {}).has_value());
   EXPECT_FALSE(GetParam()(2027 * power2_ZZ(710) + 2027, {16, 200, 8000}, 0, {}).has_value());
-}
-
-/// One curve in the scalar ring: what the eight lanes are compared with.
-template <std::size_t L>
-ZZ essayer_une(const ZZ& n, std::uint32_t sigma) {
-  const ecm::Voies<MontgomeryLong<L>, 1> a{MontgomeryLong<L>{n}};
-  return en_zz(ecm::essayer(a, &sigma, ecm::paires_longues, 100, 5000));
-}
-
-TEST(CourbesLongues, BothArithmeticsFindTheSameOnEveryCurve) {
-  if (!jouable(ecm::besoin_avx512)) GTEST_SKIP() << "no AVX-512 IFMA here";
-  NTL::SetSeed(ZZ{6});
-  int trouves = 0;
-  for (const long bits : {90L, 148L, 149L, 204L, 205L, 256L, 257L, 308L, 309L, 380L}) {
-    const ZZ n = NTL::GenPrime_ZZ(30) * NTL::GenPrime_ZZ(bits - 30);
-    for (std::uint32_t sigma = 6; sigma < 26; ++sigma) {
-      std::array<std::uint32_t, 8> sigmas{};
-      sigmas.fill(sigma);
-      const ZZ f = ecm::essayer_huit_long(n, sigmas, 100, 5000);
-      EXPECT_EQ(f, essayer_une<6>(n, sigma)) << n << ' ' << sigma;
-      if (bits <= MontgomeryLong<4>::bits_maximum) {
-        EXPECT_EQ(f, essayer_une<4>(n, sigma)) << n << ' ' << sigma;
-      }
-      trouves += f != 1 ? 1 : 0;
-    }
-  }
-  EXPECT_GT(trouves, 10);
 }
 
 TEST(PetitsFacteurs, TakesOutAllPrimesBelowItsBoundAndNoOther) {

@@ -4,21 +4,24 @@
 #include <NTL/ZZ.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <initializer_list>
 #include <random>
 #include <vector>
 
+#include "primes/arithmetique/montgomery.h"
+#include "primes/arithmetique/montgomery128.h"
+#include "primes/arithmetique/montgomery_souple.h"
 #include "primes/arithmetique/zz.h"
-#include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_avx512.h"
+#include "primes/facteurs/ecm_chaines.h"
+#include "primes/facteurs/ecm_paires.h"
+#include "primes/facteurs/ecm_seconde.h"
 #include "primes/facteurs/ecm_voies.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/petits_diviseurs.h"
 #include "primes/facteurs/rho.h"
-#include "primes/primalite/montgomery.h"
-#include "primes/primalite/montgomery128.h"
-#include "primes/primalite/montgomery_souple.h"
 
 namespace premiers {
 namespace {
@@ -236,14 +239,16 @@ TEST(Ecm, ChainsMultiplyByTheLeastCommonMultiple) {
   std::uint64_t attendu = 12;
   std::size_t i = 0;
   std::size_t resultat = 0;
-  for (std::size_t q = 2; q <= ecm::b1_maximal; ++q) {
+  for (std::size_t q = 2; q <= ecm::b1_court; ++q) {
     std::size_t p = 2;
     while (q % p != 0) ++p;
     std::size_t puissance = p;
     while (puissance < q) puissance *= p;
     if (puissance == q) attendu = bas(Entier128{attendu} * p % module);
-    for (; i < ecm::programme.fin[q]; ++i) {
-      const auto [vers, a, b, ecart] = ecm::programme.instructions[i];
+    const auto instructions = ecm::programme(q);
+    for (; i < instructions.size(); ++i) {
+      const auto [vers, a, b, ecart] = instructions[i];
+      ASSERT_TRUE(vers != a && vers != b && vers != ecart) << i;
       const std::uint64_t plus = (slot[a] + module - slot[b]) % module;
       if (a != b) {
         ASSERT_TRUE(slot[ecart] == plus || slot[ecart] == (module - plus) % module) << i;
@@ -274,24 +279,24 @@ TEST(Ecm, PairsCoverEveryPrime) {
 
 /// A ring of lanes must find the same factor on every curve as any other ring.
 template <class M, std::size_t voies>
-Entier128 essayer_avec(Entier128 n, const std::uint32_t* sigma) {
+Entier128 essayer_avec(Entier128 n, const std::array<std::uint64_t, voies>& sigma) {
   const ecm::Voies<M, voies> a{M{static_cast<typename M::Entier>(n)}};
-  return ecm::essayer(a, sigma, ecm::paires_courtes, 50, 2000);
+  return ecm::essayer(a, sigma, 50, 2000);
 }
 
 TEST(Ecm, AllArithmeticsFindTheSame) {
   std::mt19937_64 g{7};
-  const std::array<std::uint32_t, 8> sigma{6, 7, 8, 9, 10, 11, 12, 13};
+  const std::array<std::uint64_t, 8> sigma{6, 7, 8, 9, 10, 11, 12, 13};
   int trouves = 0;
   for (int i = 0; i < 300; ++i) {
     const std::uint64_t n = premier_au_hasard(g, 22) * premier_au_hasard(g, 24);
-    const Entier128 attendu = essayer_avec<Montgomery64, 8>(n, sigma.data());
+    const Entier128 attendu = essayer_avec<Montgomery64, 8>(n, sigma);
     trouves += attendu != 1 ? 1 : 0;
-    EXPECT_TRUE((essayer_avec<MontgomerySouple<Montgomery64>, 8>(n, sigma.data()) == attendu));
-    EXPECT_TRUE((essayer_avec<Montgomery128, 8>(n, sigma.data()) == attendu));
-    EXPECT_TRUE((essayer_avec<MontgomerySouple<Montgomery128>, 8>(n, sigma.data()) == attendu));
+    EXPECT_TRUE((essayer_avec<MontgomerySouple<Montgomery64>, 8>(n, sigma) == attendu));
+    EXPECT_TRUE((essayer_avec<Montgomery128, 8>(n, sigma) == attendu));
+    EXPECT_TRUE((essayer_avec<MontgomerySouple<Montgomery128>, 8>(n, sigma) == attendu));
     if (jouable(ecm::besoin_avx512)) {
-      EXPECT_TRUE(ecm::essayer_huit(n, sigma.data(), 50, 2000) == attendu);
+      EXPECT_TRUE(ecm::essayer_huit(n, sigma, 50, 2000) == attendu);
     }
   }
   EXPECT_GT(trouves, 200);

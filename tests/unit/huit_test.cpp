@@ -65,9 +65,12 @@ TEST(Huit, ComputesAsIntegersDo) {
       auto x = au_hasard(n);
       auto y = au_hasard(n);
       std::swap(y[2], y[4]);
+      Huit::Nombres uns;
+      uns.fill(ZZ{1});
       auto rx = a.entrer(x);
       auto ry = a.entrer(y);
       for (int fois = 0; fois < 20; ++fois) {
+        const auto xs = x;
         Huit::Nombres s, d;
         for (std::size_t j = 0; j < x.size(); ++j) {
           s[j] = (x[j] + y[j]) % n;
@@ -75,11 +78,21 @@ TEST(Huit, ComputesAsIntegersDo) {
           x[j] = s[j] * s[j] % n;
           y[j] = s[j] * d[j] % n;
         }
-        const auto rs = a.somme(rx, ry);
-        auto rd = a.difference(rx, ry);
+        Huit::Residu rs, rd, deux[2];
+        a.somme(rs, rx, ry);
+        a.difference(rd, rx, ry);
+        a.papillon(deux[0], deux[1], rx, ry);
         EXPECT_EQ(a.lire(rs), s);
-        rx = a.carre(rs);
-        a.noyaux.produit(a.module, rd, rs, rd);
+        EXPECT_EQ(a.lire(rd), d);
+        EXPECT_EQ(a.lire(deux[0]), s);
+        EXPECT_EQ(a.lire(deux[1]), d);
+        a.produit(rd, rs, rd);
+        a.produit(deux[1], rx, a.entrer(uns));
+        a.fois_ecart(deux[1], rx, ry);  // x (x - y)
+        for (std::size_t j = 0; j < x.size(); ++j) {
+          EXPECT_EQ(a.lire(deux[1])[j], xs[j] * d[j] % n);
+        }
+        a.produit(rx, rs, rs);
         ry = rd;
         ASSERT_EQ(a.lire(rx), x);
         ASSERT_EQ(a.lire(ry), y);
@@ -92,8 +105,10 @@ TEST(Huit, TheDifferenceOfEqualsIsAMultipleOfN) {
   pour_chaque_version([](auto noyaux) {
     pour_chaque_module([&](const ZZ& n) {
       const Huit a(n, noyaux);
-      const auto x = a.produit(a.entrer(au_hasard(n)), a.entrer(au_hasard(n)));
-      for (const ZZ& zero : a.lire(a.difference(x, x))) EXPECT_EQ(zero, 0);
+      Huit::Residu x;
+      a.produit(x, a.entrer(au_hasard(n)), a.entrer(au_hasard(n)));
+      a.difference(x, x, x);
+      for (const ZZ& zero : a.lire(x)) EXPECT_EQ(zero, 0);
     });
   });
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Montgomery arithmetic against the plain remainder (64 bits) and against NTL (128 bits), with
 // moduli up to the very edge of the word.
-#include "primes/primalite/montgomery.h"
+#include "primes/arithmetique/montgomery.h"
 
 #include <NTL/ZZ.h>
 #include <gtest/gtest.h>
@@ -10,10 +10,10 @@
 #include <random>
 #include <vector>
 
+#include "primes/arithmetique/montgomery128.h"
+#include "primes/arithmetique/montgomery_souple.h"
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/zz.h"
-#include "primes/primalite/montgomery128.h"
-#include "primes/primalite/montgomery_souple.h"
 
 namespace premiers {
 namespace {

@@ -30,7 +30,7 @@
 #include "primes/crible/marche.h"
 #include "primes/crible/precrible.h"
 #include "primes/crible/touches.h"
-#include "primes/facteurs/ecm_huit.h"
+#include "primes/facteurs/ecm_grand.h"
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs_longs.h"
 #include "primes/facteurs/restes.h"

@@ -8,7 +8,7 @@
 // product and four fifths of those of a sum.
 #pragma once
 
-#include "primes/primalite/montgomery.h"
+#include "primes/arithmetique/montgomery.h"
 
 namespace premiers {
 

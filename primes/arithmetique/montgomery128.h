@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Arithmetic modulo an odd n < 2^128 without division, in two 64-bit limbs; the same interface as
-// primes/primalite/montgomery.h, so that one text of an algorithm serves both sizes.
+// primes/arithmetique/montgomery.h, so that one text of an algorithm serves both sizes.
 //
 // The product takes ten multiplications: four for ab and three for each of the two limbs that are
 // cancelled from below. As there, multiples of n are subtracted, not added: the cancelled limbs are
@@ -11,7 +11,7 @@
 #include <cstdint>
 
 #include "primes/arithmetique/entier128.h"
-#include "primes/primalite/montgomery.h"
+#include "primes/arithmetique/montgomery.h"
 
 namespace premiers {
 
