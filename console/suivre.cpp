@@ -53,7 +53,7 @@ struct Temoin {
   /// Draws, in one attempt: where the terminal takes nothing, this drawing is not made. Nor is it
   /// in the background, where the row of the cursor belongs to somebody else.
   void poser(std::string_view texte, std::size_t colonnes) {
-    if (!terminal.au_premier_plan()) return;
+    if (!terminal.a_l_avant_plan()) return;
     const Ligne octets = remplacer(dessinees, texte, colonnes, terminal.obeit);
     const std::size_t pris = terminal.tenter(octets.texte());
     const bool entier = pris == octets.longueur;

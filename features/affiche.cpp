@@ -120,8 +120,8 @@ void plus_grand_majore(Session& s) {
 void entre_deux_rangs(Session& s) {
   Table& Nprem = s.etat.Nprem;
   const auto [r1, r] = demander_rangs(s);
-  const Place premiere = Nprem.lire(r1, suivre(s, calcul_des_premiers));
-  lister(s, texte::debut_de_liste, r1, Nprem.suite(premiere.premier, r - r1 + 1, Nprem.dernier()));
+  const Place debut = Nprem.lire(r1, suivre(s, calcul_des_premiers));
+  lister(s, texte::debut_de_liste, r1, Nprem.suite(debut.premier, r - r1 + 1, Nprem.dernier()));
 }
 
 /// The rank of the smallest prime >= v, for v not above the last known prime.

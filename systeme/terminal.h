@@ -17,7 +17,7 @@ struct Terminal {
   /// How wide it is at this moment; 80 where it does not tell.
   std::size_t colonnes() const;
   /// False while the program is a job in the background of this terminal.
-  bool au_premier_plan() const;
+  bool a_l_avant_plan() const;
   /// Writes, in one attempt; gives how many of the bytes the terminal took.
   std::size_t tenter(std::string_view octets) const;
 };

@@ -72,12 +72,12 @@ inline void pour_chaque_bit(std::uint64_t mot, std::uint64_t origine, F&& f) {
   }
 }
 
-/// Calls f(p) for each p flagged in `octets` in increasing order; `premier_octet` is the number of
+/// Calls f(p) for each p flagged in `octets` in increasing order; `octet_initial` is the number of
 /// the first byte. 2, 3 and 5 have no flag.
 template <class F>
-inline void pour_chaque_premier(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+inline void pour_chaque_premier(std::span<const std::uint8_t> octets, std::uint64_t octet_initial,
                                 F&& f) {
-  std::uint64_t origine = premier_octet * 30;
+  std::uint64_t origine = octet_initial * 30;
   const std::uint8_t* o = octets.data();
   std::size_t reste = octets.size();
   for (; reste >= 8; reste -= 8, o += 8, origine += 240) pour_chaque_bit(lire_mot(o), origine, f);
@@ -93,9 +93,9 @@ struct PlaceDuBit {
 PlaceDuBit place_du_bit(const std::uint8_t* octets, std::uint32_t n);
 Versions<decltype(&place_du_bit)> versions_de_place_du_bit();
 
-/// The integer that this bit stands for, where the bytes begin with number `premier_octet`.
-inline std::uint64_t valeur(std::uint64_t premier_octet, const PlaceDuBit& place) {
-  return (premier_octet + 8 * place.mot) * 30 +
+/// The integer that this bit stands for, where the bytes begin with number `octet_initial`.
+inline std::uint64_t valeur(std::uint64_t octet_initial, const PlaceDuBit& place) {
+  return (octet_initial + 8 * place.mot) * 30 +
          valeurs_bits[static_cast<std::size_t>(std::countr_zero(place.reste))];
 }
 

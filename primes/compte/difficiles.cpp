@@ -87,7 +87,7 @@ void activer(Atelier& a) {
     if (std::uint64_t{q} * q >= s.haut()) break;
     const std::uint64_t b = rang_phi + 1 + a.actives;
     ligne.phi = s.octet == 0 ? 0 : a.pi_bas - b + 2;
-    ligne.multiple = Multiple::premier(q, s.octet);
+    ligne.multiple = Multiple::initial(q, s.octet);
   }
 }
 

@@ -33,7 +33,7 @@ struct Multiple {
   std::uint8_t cofacteur = 0;  // index of the residue of its cofactor
 
   /// The first multiple from integer 30 * octet_bas on, by a cofactor coprime to 30; 7 <= q < 2^17.
-  static Multiple premier(std::uint32_t q, std::uint64_t octet_bas);
+  static Multiple initial(std::uint32_t q, std::uint64_t octet_bas);
 };
 
 /// A question to the segment: 2 * (n - bas()), plus 1 if the count goes negatively into the sum.

@@ -81,7 +81,7 @@ void rayer_residu(SegmentCompte& s, Multiple& multiple) {
 
 }  // namespace
 
-Multiple Multiple::premier(std::uint32_t q, std::uint64_t octet_bas) {
+Multiple Multiple::initial(std::uint32_t q, std::uint64_t octet_bas) {
   const std::uint64_t cofacteur = (30 * octet_bas + q - 1) / q;
   const std::uint8_t c = indice_suivant[static_cast<std::size_t>(cofacteur % 30)];
   const std::uint64_t multiple = (cofacteur / 30 * 30 + residus[c]) * q;

@@ -52,7 +52,7 @@ struct Report {
   std::size_t n_ = 0;
   std::array<Morceaux, places> morceaux_{};
   /// The first cut where a prime piece among the first m digits begins.
-  std::array<std::size_t, places> premiers_departs_{Morceaux::aucun};
+  std::array<std::size_t, places> departs_au_plus_tot_{Morceaux::aucun};
   std::array<Compte, places> couverts_{};
   bool couverts_communs_ = false;  // couverts_ is right for those of the ten that add no start
 };

@@ -24,7 +24,7 @@ constexpr std::uint64_t dernier_petit = std::uint64_t{1} << 16;
 
 static_assert(taille_segment <= CribleSeize::taille_segment);
 
-constexpr std::uint64_t premier_grand = CribleGrand::premier_grand;
+constexpr std::uint64_t debut_des_grands = CribleGrand::debut_des_grands;
 
 }  // namespace
 
@@ -46,7 +46,7 @@ std::size_t Crible::taille() const {
 /// there.
 void Crible::admettre(std::uint64_t octet_suivant) {
   const std::uint64_t racine = racine_carree(30 * octet_suivant - 1);
-  const std::uint64_t fin = std::min({racine, plafond_, premier_grand}) / 30 + 1;
+  const std::uint64_t fin = std::min({racine, plafond_, debut_des_grands}) / 30 + 1;
   while (cribleurs_.octet < fin) {
     const std::uint64_t octet = cribleurs_.octet;
     const auto flags = cribleurs_.suivants(fin);
@@ -79,7 +79,7 @@ void Crible::remplir(std::span<std::uint8_t> octets, const Suivi& suivi) {
     const std::uint64_t suivant = octet_ + segment.size();
     moyens_.cribler(segment);
     seize_.cribler(segment);
-    if (plafond_ > premier_grand && (30 * suivant - 1) / premier_grand >= premier_grand) {
+    if (plafond_ > debut_des_grands && (30 * suivant - 1) / debut_des_grands >= debut_des_grands) {
       if (grands_ == nullptr) grands_ = std::make_unique<CribleGrand>(octet_, fin_, memoire_);
       grands_->cribler(segment, annoncer);
     }

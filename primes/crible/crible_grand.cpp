@@ -13,10 +13,10 @@ namespace {
 
 // The first round of a window that is longer than the longest is this part of it: perhaps no more is
 // ever asked for.
-constexpr std::uint64_t part_du_premier = 4;
+constexpr std::uint64_t part_initiale = 4;
 
-// The medium primes end with the byte of premier_grand.
-constexpr std::uint64_t premier_octet = CribleGrand::premier_grand / 30 + 1;
+// The medium primes end with the byte of debut_des_grands.
+constexpr std::uint64_t octet_des_grands = CribleGrand::debut_des_grands / 30 + 1;
 
 // Bytes of sieving primes at a time.
 constexpr std::uint64_t taille_troncon = std::uint64_t{1} << 14;
@@ -27,7 +27,7 @@ constexpr std::uint64_t taille_segment = CribleGarde::taille_segment;
 
 CribleGrand::CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t memoire)
     : CribleGrand(octet, octet_fin,
-                  partager_selon_le_systeme(octet, octet_fin, premier_grand, memoire)) {}
+                  partager_selon_le_systeme(octet, octet_fin, debut_des_grands, memoire)) {}
 
 CribleGrand::CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, const Partage& partage)
     : fin_(octet_fin),
@@ -36,23 +36,23 @@ CribleGrand::CribleGrand(std::uint64_t octet, std::uint64_t octet_fin, const Par
       fin_tour_(octet),
       longueur_(octet_fin - octet <= partage.tour
                     ? partage.tour
-                    : std::max(partage.tour / part_du_premier, taille_segment)),
+                    : std::max(partage.tour / part_initiale, taille_segment)),
       partage_(partage),
       gardes_(octet, octet_fin, partage.borne),
-      tours_(std::max(partage.borne / 30 + 1, premier_octet), octet_fin, partage.notes) {}
+      tours_(std::max(partage.borne / 30 + 1, octet_des_grands), octet_fin, partage.notes) {}
 
 CribleGrand::~CribleGrand() = default;
 
 /// Sees to it that the primes up to `racine` that are to be kept are.
 void CribleGrand::garder_jusqu_a(std::uint64_t racine, const Annonce& annoncer) {
   const std::uint64_t fin = std::min(racine, partage_.borne) / 30 + 1;
-  if (fin <= premier_octet) return;
+  if (fin <= octet_des_grands) return;
   if (cribleurs_ == nullptr) {
-    cribleurs_ = std::make_unique<Fenetres>(30 * premier_octet, partage_.borne / 30 * 30 + 29,
+    cribleurs_ = std::make_unique<Fenetres>(30 * octet_des_grands, partage_.borne / 30 * 30 + 29,
                                             ChoixDesFenetres{.taille = taille_troncon});
   }
   while (cribleurs_->suivante_avant(fin)) {
-    pour_chaque_premier(cribleurs_->octets(), cribleurs_->premier_octet(),
+    pour_chaque_premier(cribleurs_->octets(), cribleurs_->octet_initial(),
                         [&](std::uint64_t premier) {
                           const auto p = static_cast<std::uint32_t>(premier);
                           if (p < CribleSeize::dernier && CribleSeize::vaut()) {

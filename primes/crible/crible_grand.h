@@ -23,11 +23,11 @@ namespace premiers {
 
 struct Fenetres;
 
-/// The large sieving primes, from `premier_grand` to the root of the end.
+/// The large sieving primes, from `debut_des_grands` to the root of the end.
 struct CribleGrand {
   /// Large primes start about here; a higher start leaves more work to the medium primes, whose
   /// state outgrows the cache. Flat from 2^19 to 2^21.
-  static constexpr std::uint64_t premier_grand = std::uint64_t{1} << 20;
+  static constexpr std::uint64_t debut_des_grands = std::uint64_t{1} << 20;
 
   using Annonce = CribleTours::Annonce;
 

@@ -3,7 +3,7 @@
 #include "primes/crible/crible_moyen.h"
 
 #include "primes/arithmetique/roue.h"
-#include "primes/crible/premier_multiple.h"
+#include "primes/crible/multiple_initial.h"
 
 namespace premiers {
 
@@ -43,7 +43,7 @@ void cribler_liste(std::vector<Cribleur>& liste, Listes& avancees, std::uint8_t*
 }  // namespace
 
 void CribleMoyen::ajouter(std::uint32_t p, std::uint64_t octet, std::uint64_t octet_fin) {
-  const PremierMultiple m = premier_multiple(p, octet);
+  const MultipleInitial m = multiple_initial(p, octet);
   if (m.place >= octet_fin - octet) return;
   const std::size_t r = indice_suivant[p % 30];
   listes[8 * r + m.cofacteur].push_back({p / 30, static_cast<std::uint32_t>(m.place)});

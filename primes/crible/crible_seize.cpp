@@ -6,7 +6,7 @@
 
 #include "primes/arithmetique/quotient.h"
 #include "primes/arithmetique/roue.h"
-#include "primes/crible/premier_multiple.h"
+#include "primes/crible/multiple_initial.h"
 
 namespace premiers {
 

@@ -33,7 +33,7 @@ template <class F>
 void cribler_troncons(std::uint64_t octet, std::uint64_t fin, std::uint64_t plafond, F&& f) {
   if (octet >= fin) return;
   Fenetres fenetres(30 * octet, 30 * fin - 1, {.plafond = plafond, .taille = taille_troncon});
-  while (fenetres.suivante()) f(fenetres.octets(), fenetres.premier_octet());
+  while (fenetres.suivante()) f(fenetres.octets(), fenetres.octet_initial());
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ void DecadesGlissantes::glisser(std::uint64_t d, const Suivi& suivi) {
   }
   try {
     while (fin_ <= d && fenetres_->suivante(suivi)) {
-      debut_ = 3 * fenetres_->premier_octet();
+      debut_ = 3 * fenetres_->octet_initial();
       fin_ = debut_ + 3 * fenetres_->octets().size();
     }
   } catch (...) {

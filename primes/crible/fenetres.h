@@ -45,7 +45,7 @@ struct Fenetres {
   /// The window, empty before the first.
   std::span<const std::uint8_t> octets() const { return {tampon_.data(), taille_}; }
   /// The number of its first byte (primes/arithmetique/roue.h).
-  std::uint64_t premier_octet() const { return octet_; }
+  std::uint64_t octet_initial() const { return octet_; }
 
  private:
   std::uint64_t debut_;

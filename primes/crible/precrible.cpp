@@ -93,10 +93,10 @@ template <bool Premiere>
 using Joindre = void (*)(std::uint8_t*, const Sources&, std::size_t);
 
 void passer(const Passe& passe, Joindre fonction, std::span<std::uint8_t> octets,
-            std::uint64_t premier_octet) {
+            std::uint64_t octet_initial) {
   Sources sources{};
   std::array<std::size_t, par_passe> place{};
-  for (std::size_t i = 0; i < par_passe; ++i) place[i] = premier_octet % passe[i].periode;
+  for (std::size_t i = 0; i < par_passe; ++i) place[i] = octet_initial % passe[i].periode;
   while (!octets.empty()) {
     std::size_t n = octets.size();
     for (std::size_t i = 0; i < par_passe; ++i) {
@@ -126,12 +126,12 @@ constexpr std::array<std::uint8_t, taille_debut> debut = [] {
   return t;
 }();
 
-template <Joindre premiere, Joindre seconde>
-void precribler_par(std::span<std::uint8_t> octets, std::uint64_t premier_octet) {
-  passer(passes[0], premiere, octets, premier_octet);
-  passer(passes[1], seconde, octets, premier_octet);
-  for (std::size_t i = 0; i < octets.size() && premier_octet + i < taille_debut; ++i) {
-    octets[i] = debut[premier_octet + i];
+template <Joindre initiale, Joindre seconde>
+void precribler_par(std::span<std::uint8_t> octets, std::uint64_t octet_initial) {
+  passer(passes[0], initiale, octets, octet_initial);
+  passer(passes[1], seconde, octets, octet_initial);
+  for (std::size_t i = 0; i < octets.size() && octet_initial + i < taille_debut; ++i) {
+    octets[i] = debut[octet_initial + i];
   }
 }
 
@@ -146,9 +146,9 @@ constexpr Version<decltype(&precribler)> versions[] = {
 
 Versions<decltype(&precribler)> versions_de_precribler() { return versions; }
 
-void precribler(std::span<std::uint8_t> octets, std::uint64_t premier_octet) {
+void precribler(std::span<std::uint8_t> octets, std::uint64_t octet_initial) {
   static const auto boucle = choisir(versions_de_precribler()).boucle;
-  boucle(octets, premier_octet);
+  boucle(octets, octet_initial);
 }
 
 }  // namespace premiers

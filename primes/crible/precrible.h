@@ -18,9 +18,9 @@ namespace premiers {
 /// The largest prime whose multiples `precribler` crosses off.
 inline constexpr std::uint32_t dernier_precrible = 163;
 
-/// Fills `octets`, which start at byte `premier_octet`, with the flags of the integers that have
+/// Fills `octets`, which start at byte `octet_initial`, with the flags of the integers that have
 /// no prime factor up to 163 or are themselves one of these primes; 1 gets no flag.
-void precribler(std::span<std::uint8_t> octets, std::uint64_t premier_octet);
+void precribler(std::span<std::uint8_t> octets, std::uint64_t octet_initial);
 Versions<decltype(&precribler)> versions_de_precribler();
 
 }  // namespace premiers

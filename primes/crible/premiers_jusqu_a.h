@@ -25,7 +25,7 @@ void pour_les_premiers(std::uint64_t a, std::uint64_t b, const Suivi& suivi, con
   Fenetres fenetres(a, b);
   while (fenetres.suivante()) {
     if (suivi) suivi(0);
-    pour_chaque_premier(fenetres.octets(), fenetres.premier_octet(), f);
+    pour_chaque_premier(fenetres.octets(), fenetres.octet_initial(), f);
   }
 }
 

@@ -38,13 +38,13 @@ Bornes bornes(const Fenetre& f, std::uint64_t plus_petit) {
   return {debut / 2, fin / 2, -0.5 - ecart, -0.5 + ecart};
 }
 
-std::size_t touches_portable(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+std::size_t touches_portable(std::span<const std::uint8_t> octets, std::uint64_t octet_initial,
                              const Fenetre& fenetre, std::uint32_t* sortie) {
-  const Bornes w = bornes(fenetre, 30 * premier_octet);
+  const Bornes w = bornes(fenetre, 30 * octet_initial);
   std::size_t nombre = 0;
   for (std::size_t i = 0; i < octets.size(); i += 8) {
     const std::size_t n = octets.size() - i < 8 ? octets.size() - i : 8;
-    const std::uint64_t origine = 30 * (premier_octet + i);
+    const std::uint64_t origine = 30 * (octet_initial + i);
     const double inverse = 1 / static_cast<double>(origine);
     const double debut = w.debut * inverse;
     const double fin = w.fin * inverse;
@@ -95,7 +95,7 @@ constexpr Instructions besoin_avx512 =
 
 /// Writes the p flagged in `octets` to `sortie`, which has room for 16 more; returns how many.
 [[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t extraire(
-    std::span<const std::uint8_t> octets, std::uint64_t premier_octet, std::uint32_t* sortie) {
+    std::span<const std::uint8_t> octets, std::uint64_t octet_initial, std::uint32_t* sortie) {
   __m512i valeurs[4];
   for (std::size_t i = 0; i < 4; ++i) {
     const auto* quart = reinterpret_cast<const __m128i*>(valeurs_bits.data() + 16 * i);
@@ -104,7 +104,7 @@ constexpr Instructions besoin_avx512 =
   std::size_t nombre = 0;
   for (std::size_t i = 0; i < octets.size(); i += 8) {
     std::uint64_t mot = lire_mot(octets.data() + i, std::min<std::size_t>(octets.size() - i, 8));
-    const __m512i origine = _mm512_set1_epi32(static_cast<int>(30 * (premier_octet + i)));
+    const __m512i origine = _mm512_set1_epi32(static_cast<int>(30 * (octet_initial + i)));
     for (const __m512i valeur : valeurs) {
       const auto ici = static_cast<__mmask16>(mot);
       _mm512_storeu_si512(sortie + nombre,
@@ -142,14 +142,14 @@ constexpr Instructions besoin_avx512 =
 }
 
 [[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t touches_avx512(
-    std::span<const std::uint8_t> octets, std::uint64_t premier_octet, const Fenetre& fenetre,
+    std::span<const std::uint8_t> octets, std::uint64_t octet_initial, const Fenetre& fenetre,
     std::uint32_t* sortie) {
   constexpr std::size_t a_la_fois = 512;  // bytes, so that their candidates stay in the L1 cache
-  const Bornes w = bornes(fenetre, 30 * premier_octet);
+  const Bornes w = bornes(fenetre, 30 * octet_initial);
   std::size_t nombre = 0;
   for (std::size_t i = 0; i < octets.size(); i += a_la_fois) {
     const auto ici = octets.subspan(i, std::min(a_la_fois, octets.size() - i));
-    nombre += filtrer(sortie + nombre, extraire(ici, premier_octet + i, sortie + nombre), w);
+    nombre += filtrer(sortie + nombre, extraire(ici, octet_initial + i, sortie + nombre), w);
   }
   return nombre;
 }
@@ -161,7 +161,7 @@ struct Huit {
   __m512i h;         // (cofactor - 1) / 2 mod 105
 };
 
-[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] inline Huit premiers_multiples(
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] inline Huit multiples_initiaux(
     __m256i candidats, std::uint64_t debut) {
   const __m512i p = _mm512_maskz_cvtepu32_epi64(0xFF, candidats);
   const __m512i pas = _mm512_add_epi64(p, p);
@@ -195,7 +195,7 @@ struct Huit {
     const std::size_t n = std::min<std::size_t>(candidats.size() - i, 8);
     const auto valides = static_cast<__mmask8>((1u << n) - 1);
     Huit x =
-        premiers_multiples(_mm256_maskz_loadu_epi32(valides, candidats.data() + i), fenetre.debut);
+        multiples_initiaux(_mm256_maskz_loadu_epi32(valides, candidats.data() + i), fenetre.debut);
     for (;;) {
       const __mmask8 dedans = _mm512_mask_cmplt_epu64_mask(valides, x.multiple, largeur);
       if (dedans == 0) break;
@@ -246,12 +246,12 @@ constexpr Version<decltype(&multiples)> versions_multiples[] = {
 Versions<decltype(&touches)> versions_de_touches() { return versions; }
 Versions<decltype(&multiples)> versions_de_multiples() { return versions_multiples; }
 
-std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t octet_initial,
                     const Fenetre& fenetre, std::uint32_t* sortie) {
   assert(fenetre.debut < fenetre.fin);
-  assert(30 * premier_octet >= (std::uint64_t{1} << 19) - 30);
+  assert(30 * octet_initial >= (std::uint64_t{1} << 19) - 30);
   static const auto boucle = choisir(versions_de_touches()).boucle;
-  return boucle(octets, premier_octet, fenetre, sortie);
+  return boucle(octets, octet_initial, fenetre, sortie);
 }
 
 std::size_t multiples(std::span<const std::uint32_t> candidats, const Fenetre& fenetre,

@@ -26,10 +26,10 @@ struct Fenetre {
   std::uint64_t fin;
 };
 
-/// Writes those p flagged in `octets` (which start at byte `premier_octet`) that may have an odd
+/// Writes those p flagged in `octets` (which start at byte `octet_initial`) that may have an odd
 /// multiple in the window to `sortie`, in order, and returns how many; none that has one is left
 /// out. All p are in [2^19, 2^32); `sortie` has room for 8 for each byte, and 16 more.
-std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t premier_octet,
+std::size_t touches(std::span<const std::uint8_t> octets, std::uint64_t octet_initial,
                     const Fenetre& fenetre, std::uint32_t* sortie);
 Versions<decltype(&touches)> versions_de_touches();
 

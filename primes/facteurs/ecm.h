@@ -180,8 +180,8 @@ struct Marche {
 
 /// The first stage: the point times 12 lcm(1..b1), then by those of a list.
 template <Anneau A>
-Point<A> premiere_phase(const A& a, const Courbe<A>& courbe, const Point<A>& depart, std::size_t b1,
-                        std::span<const Multiplicateur> suite = {}, const Suivi& suivi = {}) {
+Point<A> phase_un(const A& a, const Courbe<A>& courbe, const Point<A>& depart, std::size_t b1,
+                  std::span<const Multiplicateur> suite = {}, const Suivi& suivi = {}) {
   constexpr std::size_t lot = 64;  // some ms
   Marche<A> marche{a, courbe, depart};
   marche.executer(programme(b1));

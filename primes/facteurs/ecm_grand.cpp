@@ -31,10 +31,10 @@ typename A::Nombres essayer_longues(const A& a, std::uint64_t sigma, const Borne
   Trouves<A> trouves{a};
   Courbe<A> courbe;
   const auto depart = suyama(a, sigmas<A>(sigma), courbe);
-  const auto q = premiere_phase(a, courbe, depart, b1_court, bornes.suite, suivi);
+  const auto q = phase_un(a, courbe, depart, b1_court, bornes.suite, suivi);
   trouves.noter(q.z);
   if (!trouves.tous()) {
-    seconde_phase_longue(courbe, q, bornes.rangees, Allure::rapide, trouves, suivi);
+    phase_deux_longue(courbe, q, bornes.rangees, Allure::rapide, trouves, suivi);
   }
   return trouves.g;
 }
@@ -55,7 +55,7 @@ NTL::ZZ reprendre(const MontgomeryLong& a, std::uint64_t sigma, const BornesLong
     }
   }
   if (trouves.rien()) {
-    seconde_phase_longue(courbe, marche.point(), bornes.rangees, Allure::pas_a_pas, trouves, suivi);
+    phase_deux_longue(courbe, marche.point(), bornes.rangees, Allure::pas_a_pas, trouves, suivi);
   }
   return trouves.propre();
 }

@@ -65,7 +65,7 @@ struct Ecarts {
 
 /// The second stage with small bounds: for primes in (b1, b2], rounded outwards to multiples of D.
 template <Anneau A>
-void seconde_phase(const Courbe<A>& courbe, const Point<A>& q, const ListePaires& liste,
+void phase_deux(const Courbe<A>& courbe, const Point<A>& q, const ListePaires& liste,
                    std::size_t b1, std::size_t b2, Trouves<A>& trouves) {
   const std::size_t D = liste.pas;
   assert(b1 <= b2 && b2 <= liste.portee);
@@ -97,9 +97,9 @@ typename A::Entier essayer(const A& a, const std::array<std::uint64_t, A::voies>
   Trouves<A> trouves{a};
   Courbe<A> courbe;
   const auto depart = suyama(a, sigma, courbe);
-  const auto q = premiere_phase(a, courbe, depart, b1);
+  const auto q = phase_un(a, courbe, depart, b1);
   trouves.noter(q.z);
-  if (trouves.rien()) seconde_phase(courbe, q, liste_paires(b2), b1, b2, trouves);
+  if (trouves.rien()) phase_deux(courbe, q, liste_paires(b2), b1, b2, trouves);
   return trouves.propre();
 }
 
@@ -159,7 +159,7 @@ struct PasNormalises {
 };
 
 template <Anneau A>
-void seconde_phase_longue(const Courbe<A>& courbe, const Point<A>& q, const Rangees& rangees,
+void phase_deux_longue(const Courbe<A>& courbe, const Point<A>& q, const Rangees& rangees,
                           Allure allure, Trouves<A>& trouves, const Suivi& suivi) {
   std::vector<Point<A>> bebes(Rangees::bebes);
   std::vector<Point<A>> place(nombre_multiples(Rangees::pas));

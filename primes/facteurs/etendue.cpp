@@ -26,7 +26,7 @@ const std::vector<std::uint32_t>& diviseurs() {
 
 // Effect: primes whose first multiples are found together. It begins with few, since most single
 // integers need no more, and doubles up to what stays in the first-level cache.
-constexpr std::size_t premier_lot = largeur_restes;
+constexpr std::size_t lot_initial = largeur_restes;
 constexpr std::size_t plus_grand_lot = 4096;
 
 }  // namespace
@@ -51,7 +51,7 @@ Etendue::Etendue(const NTL::ZZ& debut, std::size_t nombre, std::uint64_t au_dela
   auto p = std::upper_bound(premiers.begin(), fin, au_dela_de);
   std::array<std::uint32_t, plus_grand_lot> manques;
   std::size_t reste = nombre;
-  for (std::size_t lot = premier_lot; p < fin && reste > 0;
+  for (std::size_t lot = lot_initial; p < fin && reste > 0;
        lot = std::min(2 * lot, plus_grand_lot)) {
     const auto ici = std::min(lot, static_cast<std::size_t>(fin - p));
     const std::size_t groupes = (ici + largeur_restes - 1) / largeur_restes;

@@ -79,12 +79,12 @@ template <std::size_t voies, std::size_t taille, class Essayer>
 std::optional<Entier128> parcourir(Entier128 n, unsigned courbes,
                                    const std::array<Bornes, taille>& table, Essayer essayer) {
   const Bornes& bornes = choisir(table, bits(n));
-  const Bornes& premieres = choisir(table, bits(n) * 4 / 5);
+  const Bornes& initiales = choisir(table, bits(n) * 4 / 5);
   constexpr std::uint64_t sigma_minimal = 6;  // Suyama's curves are good from there on
   for (unsigned i = 0; i < courbes; i += voies) {
     std::array<std::uint64_t, voies> sigma;
     for (unsigned j = 0; j < voies; ++j) sigma[j] = sigma_minimal + i + j;
-    const Entier128 f = essayer(n, sigma, i == 0 ? premieres : bornes);
+    const Entier128 f = essayer(n, sigma, i == 0 ? initiales : bornes);
     if (f != 1) return f;
   }
   return std::nullopt;

@@ -36,18 +36,18 @@ std::optional<NTL::ZZ> parcourir(const NTL::ZZ& n, const EffortEcm& effort, cons
 }
 
 std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortEcm& effort,
-                                                 unsigned premiere, const Suivi& suivi) {
+                                                 unsigned debut, const Suivi& suivi) {
   return parcourir(n, effort, suivi, [&](unsigned i) {
-    return ecm::essayer_courbe_courte(n, sigma_minimal + premiere + i, effort.b1, effort.b2);
+    return ecm::essayer_courbe_courte(n, sigma_minimal + debut + i, effort.b1, effort.b2);
   });
 }
 
 #if defined(__x86_64__)
 
 std::optional<NTL::ZZ> facteur_ecm_long_ifma(const NTL::ZZ& n, const EffortEcm& effort,
-                                             unsigned premiere, const Suivi& suivi) {
+                                             unsigned debut, const Suivi& suivi) {
   return parcourir(n, effort, suivi, [&](unsigned i) {
-    return ecm::essayer_huit_courtes(n, sigma_minimal + premiere + i, effort.b1, effort.b2,
+    return ecm::essayer_huit_courtes(n, sigma_minimal + debut + i, effort.b1, effort.b2,
                                      ecm::noyaux_ifma);
   });
 }
@@ -70,10 +70,10 @@ bool huit_courbes_a_la_fois(const NTL::ZZ& n) {
   return ici && NTL::NumBits(n) <= bits_facteur_long;
 }
 
-std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
-                                        unsigned premiere, const Suivi& suivi) {
+std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort, unsigned debut,
+                                        const Suivi& suivi) {
   static const auto boucle = choisir(versions_de_facteur_ecm_long()).boucle;
-  return boucle(n, effort, premiere, suivi);
+  return boucle(n, effort, debut, suivi);
 }
 
 }  // namespace premiers

@@ -33,10 +33,10 @@ bool huit_courbes_a_la_fois(const NTL::ZZ& n);
 
 /// A proper factor of n, not necessarily prime; nothing if the curves did not find one, or if n is
 /// longer than bits_facteur_long. n must be odd, composite, greater than 2^64, and should have no
-/// factor below 1000. `premiere` is the index of the first curve: another range of curves is
+/// factor below 1000. `debut` is the index of the first curve: another range of curves is
 /// another chance.
 std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effort,
-                                        unsigned premiere = 0, const Suivi& suivi = {});
+                                        unsigned debut = 0, const Suivi& suivi = {});
 Versions<decltype(&facteur_ecm_long)> versions_de_facteur_ecm_long();
 
 }  // namespace premiers

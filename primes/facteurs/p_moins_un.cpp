@@ -25,7 +25,7 @@ std::uint64_t plus_grande_puissance(std::uint64_t p, std::uint64_t b1) {
 
 /// 3^e modulo n for e = lcm(1..b1); where that is 1 modulo a factor of n it ends earlier. Gives the
 /// gcd of n and the power less 1: n only where one prime alone makes it so.
-NTL::ZZ premiere_phase(const NTL::ZZ& n, std::uint64_t b1, NTL::ZZ& x, const Suivi& suivi) {
+NTL::ZZ phase_un(const NTL::ZZ& n, std::uint64_t b1, NTL::ZZ& x, const Suivi& suivi) {
   constexpr std::size_t lot = 256;  // primes: an exponent of some 4000 bits, 1 ms
   const std::vector<std::uint32_t> premiers = premiers_jusqu_a(b1, suivi);
   x = 3;
@@ -113,7 +113,7 @@ struct PasMoinsUn {
 };
 
 /// The second stage: first quickly, and once more where everything was found at once.
-NTL::ZZ seconde_phase(const MontgomeryLong& a, const NTL::ZZ& v1, const Rangees& rangees,
+NTL::ZZ phase_deux(const MontgomeryLong& a, const NTL::ZZ& v1, const Rangees& rangees,
                       const Suivi& suivi) {
   Trouves<MontgomeryLong> trouves{a};
   for (const Allure allure : {Allure::rapide, Allure::pas_a_pas}) {
@@ -130,10 +130,10 @@ NTL::ZZ seconde_phase(const MontgomeryLong& a, const NTL::ZZ& v1, const Rangees&
 NTL::ZZ essayer_p_moins_un(const NTL::ZZ& n, std::uint64_t b1, std::uint64_t b2,
                            const Suivi& suivi) {
   NTL::ZZ x;
-  const NTL::ZZ g = premiere_phase(n, b1, x, suivi);
+  const NTL::ZZ g = phase_un(n, b1, x, suivi);
   if (g != 1) return g == n ? NTL::ZZ{1} : g;
   const NTL::ZZ v1 = (x + NTL::InvMod(x, n)) % n;
-  return seconde_phase(MontgomeryLong{n}, v1, Rangees{b1, b2, suivi}, suivi);
+  return phase_deux(MontgomeryLong{n}, v1, Rangees{b1, b2, suivi}, suivi);
 }
 
 }  // namespace premiers::ecm

@@ -57,8 +57,10 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Reglages& cho
       suivi.annoncer({.genre = Etape::Genre::crible});
       continue;
     }
+    recolte.alleger();
     if (auto facteur = facteur_des_relations(n, recolte, signe_de_vie)) return facteur;
     if (++matrices == matrices_au_plus) break;
+    recolte.recompter();
     but = recolte.cycles() + excedent;
     suivi.annoncer({.genre = Etape::Genre::crible});
   }

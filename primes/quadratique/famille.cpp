@@ -88,7 +88,7 @@ void Famille::preparer_terme(const NTL::ZZ& grand_a, std::size_t l) {
 
 // The roots of the first polynomial of a family, b the sum of all B_l:
 // x = (+-root - b) / 2a = +-root / 2a - (sum of the steps) / 2, plus demi.
-void Famille::premieres_racines(Tableau<std::uint32_t>& racine_1,
+void Famille::racines_initiales(Tableau<std::uint32_t>& racine_1,
                                 Tableau<std::uint32_t>& racine_2) {
   const Base& base = base_;
   const std::size_t n = base.premier.size();

@@ -38,7 +38,7 @@ struct Famille {
   /// Another coefficient: these primes of the base, given by their indices.
   void commencer(std::vector<std::size_t> primes_de_a);
   /// The roots of the first polynomial, whose b is the sum of all B_l: positions < p.
-  void premieres_racines(Tableau<std::uint32_t>& racine_1, Tableau<std::uint32_t>& racine_2);
+  void racines_initiales(Tableau<std::uint32_t>& racine_1, Tableau<std::uint32_t>& racine_2);
 
   /// The b of the first polynomial.
   Entier256 premier_b() const;

@@ -23,7 +23,7 @@ void agrandir(Graphe& graphe) {
 
 // The representative of a vertex's component. Every second vertex on the way is hung two steps
 // higher, which keeps all ways short.
-std::uint32_t representant(std::vector<std::uint32_t>& parent, std::uint32_t i) {
+std::uint32_t representant(std::deque<std::uint32_t>& parent, std::uint32_t i) {
   while (parent[i] != i) {
     parent[i] = parent[parent[i]];
     i = parent[i];

@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 namespace premiers::quadratique {
@@ -30,9 +31,9 @@ struct Graphe {
 
   std::size_t aretes = 0;
   std::size_t composantes = 0;
-  std::vector<std::uint32_t> premiers;  // by number
-  std::vector<std::uint32_t> parent;    // by number: towards the representative of its component
-  std::vector<std::uint32_t> table;     // hashed by prime: number + 1, or 0
+  std::deque<std::uint32_t> premiers;  // by number
+  std::deque<std::uint32_t> parent;    // by number: towards the representative of its component
+  std::vector<std::uint32_t> table;    // hashed by prime: number + 1, or 0
 };
 
 }  // namespace premiers::quadratique

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 namespace premiers::quadratique {
@@ -40,7 +41,7 @@ struct ListesSerrees {
     }
   }
 
-  std::vector<std::uint8_t> octets;
+  std::deque<std::uint8_t> octets;  // which grows without being copied
 };
 
 }  // namespace premiers::quadratique

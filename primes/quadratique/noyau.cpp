@@ -2,11 +2,15 @@
 // Which way for which size, and the proof by multiplying back.
 #include "primes/quadratique/noyau.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "primes/quadratique/algebre.h"
 #include "primes/quadratique/filtrage.h"
 #include "primes/quadratique/lanczos.h"
+#include "primes/quadratique/listes_serrees.h"
 
 namespace premiers::quadratique {
 
@@ -45,16 +49,42 @@ std::vector<Ensemble> resoudre(const MatriceCreuse& matrice,
   return {};
 }
 
+// The matrix as it came, in a third of the room, for the proof.
+struct ColonnesSerrees {
+  explicit ColonnesSerrees(const MatriceCreuse& matrice) : lignes(matrice.lignes) {
+    places.reserve(matrice.colonnes.size());
+    poids.reserve(matrice.colonnes.size());
+    for (const Ensemble& colonne : matrice.colonnes) {
+      places.push_back(listes.ajouter(colonne));
+      poids.push_back(static_cast<std::uint32_t>(colonne.size()));
+    }
+  }
+
+  bool somme_nulle(const Ensemble& colonnes) const {
+    std::vector<bool> impaire(lignes);
+    for (const std::uint32_t j : colonnes) {
+      listes.pour_chaque(places[j], poids[j], [&](std::uint32_t i) { impaire[i].flip(); });
+    }
+    return std::find(impaire.begin(), impaire.end(), true) == impaire.end();
+  }
+
+  std::size_t lignes;
+  ListesSerrees listes;
+  std::vector<std::size_t> places;
+  std::vector<std::uint32_t> poids;
+};
+
 }  // namespace
 
-std::vector<Ensemble> noyau(const MatriceCreuse& matrice,
-                            const std::function<void()>& signe_de_vie) {
-  const MatriceReduite reduite = filtrer(matrice, surplus, signe_de_vie);
+std::vector<Ensemble> noyau(MatriceCreuse matrice, const std::function<void()>& signe_de_vie) {
+  const ColonnesSerrees preuve(matrice);
+  const std::size_t nombre = matrice.colonnes.size();
+  const MatriceReduite reduite = filtrer(std::move(matrice), surplus, signe_de_vie);
   std::vector<Ensemble> membres;
   for (const auto& membre : resoudre(reduite.matrice, signe_de_vie)) {
     if (signe_de_vie) signe_de_vie();
-    Ensemble colonnes = somme(reduite.origines, membre, matrice.colonnes.size());
-    if (!colonnes.empty() && somme(matrice.colonnes, colonnes, matrice.lignes).empty()) {
+    Ensemble colonnes = somme(reduite.origines, membre, nombre);
+    if (!colonnes.empty() && preuve.somme_nulle(colonnes)) {
       membres.push_back(std::move(colonnes));
     }
   }

@@ -18,7 +18,6 @@ namespace premiers::quadratique {
 /// Members of the kernel, independent, up to 64 of them: each a list of columns, increasing, whose
 /// sum is zero. None only if there is none, or if all attempts on a large matrix failed; a few more
 /// columns help then. `signe_de_vie`, if not empty, is called ten times a second at least.
-std::vector<Ensemble> noyau(const MatriceCreuse& matrice,
-                            const std::function<void()>& signe_de_vie = {});
+std::vector<Ensemble> noyau(MatriceCreuse matrice, const std::function<void()>& signe_de_vie = {});
 
 }  // namespace premiers::quadratique

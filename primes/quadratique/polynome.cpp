@@ -22,7 +22,7 @@ bool Polynomes::nouvelle_famille() {
   auto facteurs = coefficients.suivant(limite);
   if (facteurs.empty()) return false;
   famille.commencer(std::move(facteurs));
-  famille.premieres_racines(racine_1, racine_2);
+  famille.racines_initiales(racine_1, racine_2);
   b = famille.premier_b();
   rang = 0;
   return true;

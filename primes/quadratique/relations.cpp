@@ -3,10 +3,13 @@
 #include "primes/quadratique/relations.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace premiers::quadratique {
 
 namespace {
+
+constexpr std::size_t taille_initiale = 1024;
 
 // Where the table has, or would have, the relation of u. Its size is a power of two.
 std::uint32_t& case_de(Recolte& recolte, const Entier256& u) {
@@ -37,14 +40,19 @@ void compter(Recolte& recolte, GrandsPremiers grands) {
 void Recolte::recompter() {
   graphe = Graphe();
   pleines = doubles = 0;
-  std::fill(table.begin(), table.end(), 0);
+  table.assign(std::bit_ceil(std::max(taille_initiale, 2 * relations.size())), 0);
   for (std::uint32_t i = 0; i < relations.size(); ++i) {
     case_de(*this, relations[i].u) = i + 1;
     compter(*this, relations[i].grands);
   }
 }
 
-Recolte::Recolte(const Base& base_) : base(base_), table(1024) {}
+void Recolte::alleger() {
+  graphe = Graphe();
+  table = {};
+}
+
+Recolte::Recolte(const Base& base_) : base(base_), table(taille_initiale) {}
 
 bool Recolte::ajouter(Valeur& valeur, GrandsPremiers grands) {
   std::uint32_t& ici = case_de(*this, valeur.u);

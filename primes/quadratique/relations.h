@@ -4,14 +4,15 @@
 // A relation says u^2 = product of primes of the base, times two large primes of which one or both
 // may be 1, modulo kn. It is worth something when its large primes are met again (graphe.h).
 //
-// A relation takes some 80 bytes: 48 here, and its factors as a tight list; with the graph and the
-// tables, a million relations take 170 MB while they grow. Different coefficients
-// a that share all primes but one lead to the same u now and then; a relation that is there already
+// A relation takes some 90 bytes, 48 here, and its factors as a tight list; what holds them grows
+// without being copied, or half as much again would be lost in gaps. With the graph and the tables, a
+// million relations take 130 MB. Different coefficients a that share all primes but one lead to the same u now and then; a relation that is there already
 // is not taken again, or it would count as a cycle that says u^2 = u^2.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <vector>
 
 #include "primes/quadratique/division.h"
@@ -35,11 +36,13 @@ struct Recolte {
   bool ajouter(Valeur& valeur, GrandsPremiers grands);
   /// How many independent products without large prime can be made.
   std::size_t cycles() const { return graphe.cycles(); }
-  /// Makes the graph and the table anew, after relations have been taken out.
+  /// Makes the graph and the table anew, after relations have been taken out, or after `alleger`.
   void recompter();
+  /// Gives back the graph and the table, which only gathering needs.
+  void alleger();
 
   const Base& base;
-  std::vector<Relation> relations;
+  std::deque<Relation> relations;
   std::size_t pleines = 0;  // relations without large prime
   std::size_t doubles = 0;  // with two
   ListesSerrees facteurs;   // of all relations

@@ -61,8 +61,8 @@ std::size_t retirer_fausses(const NTL::ZZ& n, Recolte& recolte,
 std::optional<NTL::ZZ> facteur_des_relations(const NTL::ZZ& n, const Recolte& recolte,
                                              const std::function<void()>& signe_de_vie) {
   const std::vector<Ensemble> cycles = cycles_independants(aretes_de(recolte), signe_de_vie);
-  const MatriceCreuse matrice = matrice_des_exposants(recolte, cycles, signe_de_vie);
-  for (const Ensemble& membre : noyau(matrice, signe_de_vie)) {
+  for (const Ensemble& membre :
+       noyau(matrice_des_exposants(recolte, cycles, signe_de_vie), signe_de_vie)) {
     if (signe_de_vie) signe_de_vie();
     NTL::ZZ facteur = pgcd_des_racines(n, recolte, somme(cycles, membre, recolte.relations.size()));
     if (facteur > 1 && facteur != n) return facteur;

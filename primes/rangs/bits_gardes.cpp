@@ -60,19 +60,19 @@ void BitsGardes::etendre(std::int64_t borne) {
 }
 
 /// The line of the n-th flag, between two lines.
-std::size_t BitsGardes::ligne(std::uint32_t n, std::size_t premiere, std::size_t derniere) const {
-  const auto debut = avant_.begin() + static_cast<std::ptrdiff_t>(premiere);
-  const auto fin = avant_.begin() + static_cast<std::ptrdiff_t>(derniere);
-  return premiere + static_cast<std::size_t>(std::lower_bound(debut + 1, fin + 1, n) - debut - 1);
+std::size_t BitsGardes::ligne(std::uint32_t n, std::size_t initiale, std::size_t finale) const {
+  const auto debut = avant_.begin() + static_cast<std::ptrdiff_t>(initiale);
+  const auto fin = avant_.begin() + static_cast<std::ptrdiff_t>(finale);
+  return initiale + static_cast<std::size_t>(std::lower_bound(debut + 1, fin + 1, n) - debut - 1);
 }
 
 void BitsGardes::poser_reperes() {
   const auto drapeaux = static_cast<std::size_t>(nombre_ - nombre_sans_bit);
-  std::size_t derniere = reperes_.empty() ? 0 : reperes_.back();
+  std::size_t finale = reperes_.empty() ? 0 : reperes_.back();
   while (reperes_.size() * pas_repere < drapeaux) {
     const auto n = static_cast<std::uint32_t>(reperes_.size() * pas_repere + 1);
-    derniere = ligne(n, derniere, avant_.size() - 1);
-    reperes_.push_back(static_cast<std::uint32_t>(derniere));
+    finale = ligne(n, finale, avant_.size() - 1);
+    reperes_.push_back(static_cast<std::uint32_t>(finale));
   }
 }
 

@@ -41,7 +41,7 @@ struct BitsGardes {
 
  private:
   void faire_place(std::size_t taille);
-  std::size_t ligne(std::uint32_t n, std::size_t premiere, std::size_t derniere) const;
+  std::size_t ligne(std::uint32_t n, std::size_t initiale, std::size_t finale) const;
   void poser_reperes();
 
   std::unique_ptr<std::uint8_t[]> octets_;

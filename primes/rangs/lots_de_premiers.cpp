@@ -76,7 +76,7 @@ void LotsDePremiers::prendre_du_crible(const Suivi& suivi) {
   }
   const std::size_t n = std::min(octets_par_lot, fenetres_->octets().size() - lus_);
   std::uint64_t* ou = lot_.get();
-  pour_chaque_premier(fenetres_->octets().subspan(lus_, n), fenetres_->premier_octet() + lus_,
+  pour_chaque_premier(fenetres_->octets().subspan(lus_, n), fenetres_->octet_initial() + lus_,
                       [&ou](std::uint64_t p) { *ou++ = p; });
   nombre_ = static_cast<std::size_t>(ou - lot_.get());
   lus_ += n;

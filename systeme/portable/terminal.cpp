@@ -5,7 +5,7 @@
 namespace premiers::systeme {
 
 std::size_t Terminal::colonnes() const { return 0; }
-bool Terminal::au_premier_plan() const { return false; }
+bool Terminal::a_l_avant_plan() const { return false; }
 std::size_t Terminal::tenter(std::string_view /*octets*/) const { return 0; }
 
 Terminal terminal_des_erreurs() { return {}; }

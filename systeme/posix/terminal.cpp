@@ -18,7 +18,7 @@ std::size_t Terminal::colonnes() const {
   return taille.ws_col;
 }
 
-bool Terminal::au_premier_plan() const {
+bool Terminal::a_l_avant_plan() const {
   const pid_t groupe = tcgetpgrp(descripteur);
   return groupe == -1 || groupe == getpgrp();  // -1: a terminal without jobs of ours
 }

@@ -360,7 +360,7 @@ void verifier_segment(const SegmentCompte::Noyaux& noyaux) {
   s.noyaux = noyaux;
   const Motif motif_23(std::span(premiers.data(), 1));
   std::vector<Multiple> multiples;
-  for (const std::uint32_t q : premiers) multiples.push_back(Multiple::premier(q, 0));
+  for (const std::uint32_t q : premiers) multiples.push_back(Multiple::initial(q, 0));
   for (int tour = 0; tour < 6; ++tour, s.octet += 1024) {
     std::vector<Nombre> restent;
     for (Nombre n = s.bas(); n < s.haut(); ++n) {

@@ -289,7 +289,8 @@ TEST(Crible, GrowingWithoutEndGivesTheSameAsWindows) {
 
 // Large sieving primes come into play here while the window grows.
 TEST(Crible, GrowingBeyondTheFirstLargeSievingPrime) {
-  constexpr std::uint64_t seuil = CribleGrand::premier_grand * CribleGrand::premier_grand / 30;
+  constexpr std::uint64_t seuil =
+      CribleGrand::debut_des_grands * CribleGrand::debut_des_grands / 30;
   Crible crible(seuil - 500000, Crible::octet_max);
   std::vector<std::uint8_t> segment(crible.taille());
   for (std::uint64_t octet = seuil - 500000; octet < seuil + 2000000; octet += segment.size()) {
@@ -337,7 +338,7 @@ std::vector<std::uint8_t> rayer_les_grands(std::uint64_t octet, std::uint64_t fi
 std::vector<std::uint8_t> rayer_pas_a_pas(std::uint64_t octet, std::uint64_t fin) {
   std::vector<std::uint8_t> octets(fin - octet, 0xFF);
   const std::uint64_t racine = racine_carree(30 * fin - 1);
-  const std::uint64_t premier = CribleGrand::premier_grand / 30 + 1;
+  const std::uint64_t premier = CribleGrand::debut_des_grands / 30 + 1;
   if (racine / 30 < premier) return octets;
   pour_chaque_premier(cribler(premier, racine / 30 + 1), premier, [&](std::uint64_t p) {
     if (p > racine) return;
@@ -411,7 +412,7 @@ void comparer_les_grands(std::uint64_t octet, std::uint64_t fin,
 }
 
 constexpr std::uint64_t seg = CribleGarde::taille_segment;
-constexpr std::uint64_t aucune_gardee = CribleGrand::premier_grand;
+constexpr std::uint64_t aucune_gardee = CribleGrand::debut_des_grands;
 constexpr std::uint64_t toutes_gardees = std::uint64_t{1} << 32;
 
 void comparer_les_largeurs(std::initializer_list<std::uint64_t> largeurs,
@@ -490,7 +491,8 @@ TEST(CribleGrandLent, MoreSegmentsThanBucketsAsByAPlainWalk) {
 
 // The root of the window's end grows over new primes while the window is sieved.
 TEST(CribleGrandLent, PrimesThatComeInLaterAsByAPlainWalk) {
-  constexpr std::uint64_t seuil = CribleGrand::premier_grand * CribleGrand::premier_grand / 30;
+  constexpr std::uint64_t seuil =
+      CribleGrand::debut_des_grands * CribleGrand::debut_des_grands / 30;
   comparer_les_grands(seuil + 1'000'000, seuil + 1'000'000 + 12 * seg + 99,
                       {{aucune_gardee, Partage::tour_min, true},
                        {1'048'700, Partage::tour_min, false},

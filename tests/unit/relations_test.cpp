@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <numeric>
 #include <optional>
@@ -265,6 +266,26 @@ TEST(Relations, AKnownOneIsNotTakenAgain) {
   EXPECT_EQ(recolte.cycles(), cycles);
 }
 
+TEST(Relations, WhatWasGivenBackIsMadeAnewAndGatheringGoesOn) {
+  Essai essai(0.3);
+  Recolte& recolte = essai.campagne.recolte;
+  const std::size_t cycles = recolte.cycles();
+  const std::size_t pleines = recolte.pleines;
+  const std::size_t doubles = recolte.doubles;
+  recolte.alleger();
+  recolte.recompter();
+  EXPECT_EQ(recolte.cycles(), cycles);
+  EXPECT_EQ(recolte.pleines, pleines);
+  EXPECT_EQ(recolte.doubles, doubles);
+  for (const Relation& r : std::deque<Relation>(recolte.relations)) {
+    Valeur valeur{r.u, {}, 1};
+    EXPECT_FALSE(recolte.ajouter(valeur, r.grands));
+  }
+  const std::size_t avant = recolte.relations.size();
+  while (recolte.relations.size() == avant) ASSERT_TRUE(essai.campagne.avancer());
+  EXPECT_EQ(recolte.cycles(), cycles_comptes(aretes_de(recolte)));
+}
+
 // The exponents counted once more, relation by relation.
 TEST(Relations, AColumnHoldsTheOddExponentsOfItsCycle) {
   const Essai essai(0.3);
@@ -290,7 +311,7 @@ TEST(Relations, AWrongOneIsSeenAndTakenOutAndTheOthersStay) {
   Essai essai(0.3);
   Recolte& recolte = essai.campagne.recolte;
   EXPECT_EQ(retirer_fausses(essai.n, recolte), 0U);
-  const std::vector<Relation> justes = recolte.relations;
+  const std::deque<Relation> justes = recolte.relations;
   recolte.relations[3].u.mot[1] ^= 4;
   recolte.relations[10].grands.grand += 2;
   --recolte.relations[20].nombre;

@@ -42,15 +42,15 @@ std::vector<std::uint8_t> candidats(bool tous) {
 }
 
 void comparer(Filtre filtre, const Cas& cas, bool tous) {
-  const std::uint64_t premier_octet = cas.plus_petit / 30 + 1;
+  const std::uint64_t octet_initial = cas.plus_petit / 30 + 1;
   const std::uint64_t fin = cas.debut + cas.largeur;
   const auto octets = candidats(tous);
   std::vector<std::uint32_t> gardes(8 * octets.size() + 16);
-  gardes.resize(filtre(octets, premier_octet, {cas.debut, fin}, gardes.data()));
+  gardes.resize(filtre(octets, octet_initial, {cas.debut, fin}, gardes.data()));
   std::size_t superflus = 0;
   std::size_t candidats = 0;
   auto garde = gardes.begin();
-  pour_chaque_premier(octets, premier_octet, [&](std::uint64_t p) {
+  pour_chaque_premier(octets, octet_initial, [&](std::uint64_t p) {
     ++candidats;
     const bool touche = a_un_multiple_impair(p, cas.debut, fin);
     const bool gardee = garde != gardes.end() && *garde == p;
@@ -86,11 +86,11 @@ TEST_P(Touches, NoneIsLeftOutAndHardlyAnyTooMuch) {
 TEST_P(Touches, NoneOfTheSmallestIsLeftOutAtTheUpperEnd) {
   const Filtre filtre = GetParam();
   const auto octets = candidats(true);
-  const std::uint64_t premier_octet = (std::uint64_t{1} << 19) / 30 + 1;
+  const std::uint64_t octet_initial = (std::uint64_t{1} << 19) / 30 + 1;
   for (std::uint64_t debut = ~std::uint64_t{0} - 10'000'000; debut > 10'000'000; debut /= 7) {
     std::vector<std::uint32_t> gardes(8 * octets.size() + 16);
-    gardes.resize(filtre(octets, premier_octet, {debut, debut + 1000}, gardes.data()));
-    pour_chaque_premier(octets, premier_octet, [&](std::uint64_t p) {
+    gardes.resize(filtre(octets, octet_initial, {debut, debut + 1000}, gardes.data()));
+    pour_chaque_premier(octets, octet_initial, [&](std::uint64_t p) {
       if (a_un_multiple_impair(p, debut, debut + 1000)) {
         ASSERT_TRUE(std::ranges::binary_search(gardes, p)) << p << " at " << debut;
       }

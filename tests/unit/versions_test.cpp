@@ -133,17 +133,17 @@ TEST(Versions, FilterLargePrimes) {
   pour_chaque_version("touches", versions_de_touches(), [&](auto filtrer) {
     std::size_t superflus = 0;
     std::size_t candidats = 0;
-    for (const std::uint64_t premier_octet : {20'000ULL, 33'333'333ULL, 143'165'000ULL}) {
+    for (const std::uint64_t octet_initial : {20'000ULL, 33'333'333ULL, 143'165'000ULL}) {
       for (const std::uint64_t fenetre : {1'000'000'000'000ULL, 9'223'372'036'854'000'000ULL}) {
         for (std::size_t n = 0; n <= n_octets; ++n) {
           const std::size_t debut = (n_octets - n) % 9;
           const std::span<const std::uint8_t> vus(octets.data() + debut, n - std::min(n, debut));
           const Fenetre w{fenetre + n, fenetre + n + 20'000'000};
           Nombres gardes(8 * vus.size() + 17, garde);
-          const std::size_t combien = filtrer(vus, premier_octet, w, gardes.data());
+          const std::size_t combien = filtrer(vus, octet_initial, w, gardes.data());
           ASSERT_EQ(gardes.back(), garde) << "wrote behind the room that it asks for";
           std::size_t i = 0;
-          pour_chaque_premier(vus, premier_octet, [&](std::uint64_t p) {
+          pour_chaque_premier(vus, octet_initial, [&](std::uint64_t p) {
             const bool touche = ((w.fin - 1) / p + 1) / 2 != ((w.debut - 1) / p + 1) / 2;
             const bool gardee = i < combien && gardes[i] == p;
             ASSERT_TRUE(gardee || !touche) << p << " has an odd multiple after " << w.debut;
@@ -267,14 +267,14 @@ TEST(Versions, Presieve) {
   constexpr std::size_t garde = 64;
   pour_chaque_version("precribler", versions_de_precribler(), [](auto precribler_ici) {
     // The start, and where a pattern ends: the periods of 41 * 163 and 7 * 23 * 37 bytes.
-    for (const std::uint64_t premier_octet : {0ULL, 1ULL, 41ULL * 163 - 70, 7ULL * 23 * 37 - 33,
+    for (const std::uint64_t octet_initial : {0ULL, 1ULL, 41ULL * 163 - 70, 7ULL * 23 * 37 - 33,
                                               1'000'000'007ULL, 307'445'734'561'825'000ULL}) {
       for (const std::size_t n : std::initializer_list<std::size_t>{
                0, 1, 2, 7, 8, 15, 16, 31, 32, 33, 63, 64, 65, 127, 128, 129, 200}) {
         for (const std::size_t debut :
              std::initializer_list<std::size_t>{0, 1, 15, 16, 31, 32, 33}) {
           Octets octets(debut + n + garde, 0xA5);
-          precribler_ici({octets.data() + debut, n}, premier_octet);
+          precribler_ici({octets.data() + debut, n}, octet_initial);
           for (std::size_t i = 0; i < octets.size(); ++i) {
             if (i < debut || i >= debut + n) {
               ASSERT_EQ(octets[i], 0xA5) << "wrote outside";
@@ -282,7 +282,7 @@ TEST(Versions, Presieve) {
             }
             if (debut % 16 != 0 && n < 127) continue;  // the flags do not move with the place
             for (std::size_t b = 0; b < 8; ++b) {
-              const std::uint64_t entier = 30 * (premier_octet + i - debut) + residus[b];
+              const std::uint64_t entier = 30 * (octet_initial + i - debut) + residus[b];
               ASSERT_EQ(bit(&octets[i], b), !a_un_petit_facteur(entier)) << entier;
             }
           }

@@ -11,14 +11,14 @@
 namespace premiers {
 
 /// A multiple p * q, as the sieve needs it.
-struct PremierMultiple {
+struct MultipleInitial {
   std::uint64_t place;    // its byte, counted from the start of the window
   std::size_t cofacteur;  // index of q mod 30 in `residus`
 };
 
 /// The first multiple p * q, q coprime to 30 and q >= p, at or after byte `octet`; 5 < p < 2^32 a
 /// prime, octet <= 2^63 / 30 + 1.
-inline PremierMultiple premier_multiple(std::uint32_t p, std::uint64_t octet) {
+inline MultipleInitial multiple_initial(std::uint32_t p, std::uint64_t octet) {
   const std::uint64_t debut = 30 * octet;
   std::uint64_t q = std::max<std::uint64_t>(p, (debut + p - 1) / p);
   const std::uint64_t reste = q % 30;
