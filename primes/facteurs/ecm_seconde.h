@@ -66,7 +66,7 @@ struct Ecarts {
 /// The second stage with small bounds: for primes in (b1, b2], rounded outwards to multiples of D.
 template <Anneau A>
 void phase_deux(const Courbe<A>& courbe, const Point<A>& q, const ListePaires& liste,
-                   std::size_t b1, std::size_t b2, Trouves<A>& trouves) {
+                std::size_t b1, std::size_t b2, Trouves<A>& trouves) {
   const std::size_t D = liste.pas;
   assert(b1 <= b2 && b2 <= liste.portee);
   const A& a = trouves.a;
@@ -160,7 +160,7 @@ struct PasNormalises {
 
 template <Anneau A>
 void phase_deux_longue(const Courbe<A>& courbe, const Point<A>& q, const Rangees& rangees,
-                          Allure allure, Trouves<A>& trouves, const Suivi& suivi) {
+                       Allure allure, Trouves<A>& trouves, const Suivi& suivi) {
   std::vector<Point<A>> bebes(Rangees::bebes);
   std::vector<Point<A>> place(nombre_multiples(Rangees::pas));
   PasNormalises<A> pas{{trouves.a, courbe, q, Rangees::pas, Rangees::residus(), bebes, place}};

@@ -114,7 +114,7 @@ struct PasMoinsUn {
 
 /// The second stage: first quickly, and once more where everything was found at once.
 NTL::ZZ phase_deux(const MontgomeryLong& a, const NTL::ZZ& v1, const Rangees& rangees,
-                      const Suivi& suivi) {
+                   const Suivi& suivi) {
   Trouves<MontgomeryLong> trouves{a};
   for (const Allure allure : {Allure::rapide, Allure::pas_a_pas}) {
     PasMoinsUn pas{a, a.entrer({v1}), rangees.k0};
