@@ -13,14 +13,14 @@ namespace premiers {
 /// A set of integers below `capacite`.
 template <std::size_t capacite>
 struct Ensemble {
-  /// What `premier` gives if there is no member.
+  /// What `plus_petit` gives if there is no member.
   static constexpr std::size_t aucun = capacite;
 
   void ajouter(std::size_t i) { mots[i / 64] |= std::uint64_t{1} << i % 64; }
   bool contient(std::size_t i) const { return (mots[i / 64] >> i % 64 & 1) != 0; }
 
   /// The smallest member, or `aucun`.
-  std::size_t premier() const {
+  std::size_t plus_petit() const {
     for (std::size_t m = 0; m < mots.size(); ++m) {
       if (mots[m] != 0) return 64 * m + static_cast<std::size_t>(std::countr_zero(mots[m]));
     }

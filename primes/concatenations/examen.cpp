@@ -3,7 +3,6 @@
 // plain search divides.
 #include "primes/concatenations/examen.h"
 
-#include <array>
 #include <span>
 #include <string_view>
 #include <utility>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Who tells which of ten numbers are prime: the decades that are looked up (primes/crible/decades.h), windows of
-// decades where a search goes through so many long pieces that sieving pays, and a test
+// Who tells which of ten numbers are prime: the decades that are looked up (primes/crible/decades.h),
+// windows of decades where a search goes through so many long pieces that sieving pays, and a test
 // (primes/primalite/primalite.h) for the rest.
 #pragma once
 

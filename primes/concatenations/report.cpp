@@ -9,7 +9,7 @@ namespace premiers {
 template <typename Taille>
 void Report<Taille>::fixer(std::size_t m, const Morceaux& morceaux) {
   morceaux_[m] = morceaux;
-  departs_au_plus_tot_[m] = std::min(departs_au_plus_tot_[m - 1], morceaux.premier());
+  departs_au_plus_tot_[m] = std::min(departs_au_plus_tot_[m - 1], morceaux.plus_petit());
 }
 
 template <typename Taille>
@@ -20,9 +20,9 @@ void Report<Taille>::commencer_dizaine(std::size_t n) {
 
 template <typename Taille>
 typename Taille::Compte Report<Taille>::chemins(const Morceaux& derniers, bool& entree) {
-  const std::size_t depart = std::min(departs_au_plus_tot_[n_ - 1], derniers.premier());
+  const std::size_t depart = std::min(departs_au_plus_tot_[n_ - 1], derniers.plus_petit());
   entree = depart != Morceaux::aucun;
-  if (derniers.premier() == Morceaux::aucun) return Compte(0);
+  if (derniers.plus_petit() == Morceaux::aucun) return Compte(0);
   // Most of the ten numbers differ in nothing but the last step.
   const bool comme_les_autres =
       depart == departs_au_plus_tot_[n_ - 1] && !derniers.contient(depart);

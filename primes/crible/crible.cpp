@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The three classes of sieving primes put together, and counting.
+// The classes of sieving primes put together, and counting.
 #include "primes/crible/crible.h"
 
 #include <algorithm>
@@ -55,7 +55,7 @@ void Crible::admettre(std::uint64_t octet_suivant) {
       if (p <= dernier_precrible) return;
       if (p <= dernier_petit) {
         petits_.ajouter(p, octet_);
-      } else if (p > CribleSeize::premier && CribleSeize::vaut()) {
+      } else if (p > CribleSeize::debut && CribleSeize::vaut()) {
         seize_.ajouter(p, octet_, fin_);
       } else {
         moyens_.ajouter(p, octet_, fin_);

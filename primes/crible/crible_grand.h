@@ -17,7 +17,6 @@
 #include "primes/crible/crible_seize.h"
 #include "primes/crible/crible_tours.h"
 #include "primes/crible/partage.h"
-#include "primes/crible/premiers_cribleurs.h"
 
 namespace premiers {
 

@@ -12,11 +12,11 @@ namespace premiers {
 
 namespace {
 
-/// The first cofactor of the wheel that makes a composite multiple.
-constexpr std::uint64_t premier_cofacteur = 11;
+/// The smallest cofactor of the wheel that makes a composite multiple.
+constexpr std::uint64_t cofacteur_initial = 11;
 
 // Multiples of one prime in a segment at most, counted on the wheel of 30.
-constexpr std::size_t par_premier = (CribleSeize::taille_segment / CribleSeize::premier + 1) * 8;
+constexpr std::size_t par_premier = (CribleSeize::taille_segment / CribleSeize::debut + 1) * 8;
 
 }  // namespace
 
@@ -26,14 +26,15 @@ bool CribleSeize::vaut() {
 }
 
 void CribleSeize::ajouter(std::uint32_t p, std::uint64_t octet, std::uint64_t octet_fin) {
-  assert(p > premier && p < 1U << 24);
-  const std::uint64_t debut = 30 * octet;
-  std::uint64_t q = std::max(quotient_superieur(debut, p), premier_cofacteur);
+  assert(p > debut && p < 1U << 24);
+  const std::uint64_t origine = 30 * octet;
+  std::uint64_t q = std::max(quotient_superieur(origine, p), cofacteur_initial);
   const std::uint64_t reste = q % roue_210::module;
   const std::uint32_t indice = roue_210::suivants[reste];
   q += roue_210::valeurs[indice] - reste;
-  const std::uint64_t place = (p * q - debut) / 30;
+  const std::uint64_t place = (p * q - origine) / 30;
   if (place >= octet_fin - octet) return;
+  multiples_.resize(Marcheurs::places * par_premier + 16);  // once
   Rangee& rangee = rangees_[indice_suivant[p % 30]];
   if (rangee.dans_le_dernier == Marcheurs::places) {
     rangee.blocs.push_back(std::make_unique_for_overwrite<Marcheurs>());
@@ -49,7 +50,6 @@ void CribleSeize::cribler(std::span<std::uint8_t> segment) {
   assert(segment.size() <= taille_segment);
   std::uint8_t* const octets = segment.data();
   const auto taille = static_cast<std::uint32_t>(segment.size());
-  multiples_.resize(Marcheurs::places * par_premier + 16);
   const std::uint32_t* const multiples = multiples_.data();
   for (std::size_t r = 0; r < rangees_.size(); ++r) {
     const Rangee& rangee = rangees_[r];

@@ -26,7 +26,7 @@ struct CribleSeize {
   /// The range in which it is the cheapest. At the lower end the loops of the medium primes are as fast,
   /// 2^16 to 2^18 are alike; 10^9 integers at 10^15 cost 2 % more where the range ends at 2^22, 5 % where
   /// it ends at 12 million.
-  static constexpr std::uint32_t premier = std::uint32_t{1} << 17;
+  static constexpr std::uint32_t debut = std::uint32_t{1} << 17;
   static constexpr std::uint32_t dernier = std::uint32_t{1} << 23;
   /// Bytes of a segment at most.
   static constexpr std::size_t taille_segment = std::size_t{1} << 19;
@@ -34,7 +34,7 @@ struct CribleSeize {
   /// Whether it is worth while on this processor.
   static bool vaut();
 
-  /// Adds the prime p, premier < p < 2^24, for segments from byte `octet` on, at most 2^63 / 30.
+  /// Adds the prime p, debut < p < 2^24, for segments from byte `octet` on, at most 2^63 / 30.
   /// Multiples below p * p are partly crossed off too: they are composite. A prime whose first multiple
   /// is at or after `octet_fin` is dropped.
   void ajouter(std::uint32_t p, std::uint64_t octet, std::uint64_t octet_fin);

@@ -20,11 +20,11 @@ Decades::Decades(std::uint64_t limite, const Suivi& suivi) {
 }
 
 void DecadesGlissantes::glisser(std::uint64_t d, const Suivi& suivi) {
-  if (!fenetres_ || d < debut_) {
-    fin_ = d / 3 * 3;
-    fenetres_.emplace(10 * fin_, derniere_ / 3 * 30 + 29);
-  }
   try {
+    if (!fenetres_ || d < debut_) {
+      fin_ = d / 3 * 3;
+      fenetres_.emplace(10 * fin_, derniere_ / 3 * 30 + 29);
+    }
     while (fin_ <= d && fenetres_->suivante(suivi)) {
       debut_ = 3 * fenetres_->octet_initial();
       fin_ = debut_ + 3 * fenetres_->octets().size();
@@ -32,6 +32,7 @@ void DecadesGlissantes::glisser(std::uint64_t d, const Suivi& suivi) {
   } catch (...) {
     fenetres_.reset();  // what it holds is half done
     debut_ = fin_ = 0;
+    octets_ = {};
     throw;
   }
   octets_ = fenetres_->octets();

@@ -4,11 +4,12 @@
 // All windows are sieved into the same bytes, which stay in the L2 cache while they are looked at;
 // in the first and the last of them what lies outside of the interval is cleared. Whatever looks at
 // flags and forgets them goes this way. What keeps them (primes/crible/decades.h, the notes of
-// primes/crible/crible_tours.h, primes/rangs/) calls Crible::remplir on bytes of its own, and the
+// primes/crible/crible_tours.h, primes/rangs/tranche.h and bits_gardes.h) calls Crible::remplir on
+// bytes of its own, and the
 // rounds and segments inside the sieve are no such walk: they cross off, and have no flags to show
 // before all primes have passed.
 //
-// Cost: that of the sieve. Memory: one window, 512 KB at most, beside the sieve's own.
+// Cost: that of the sieve. Memory: one window, a large page of 2 MB at most, beside the sieve's own.
 #pragma once
 
 #include <cstddef>

@@ -64,18 +64,19 @@ void noter_prem(Dette& dette, const NTL::ZZ& S) {
   if (n >= deux_plus * deux_plus) dette.noter(facteur_certain(S) - 1);
 }
 
-void noter_prem1(Dette& dette, std::int64_t S3) {
+void noter_prem1(Dette& dette, std::int64_t S3, bool premier) {
   const auto rS1 = static_cast<std::uint64_t>(std::sqrt(static_cast<double>(S3)));
   if (rS1 <= dette.borne_due) return;
-  dette.noter(prem1(S3) ? rS1 : plus_petit_facteur(static_cast<std::uint64_t>(S3)) - 1);
+  dette.noter(premier ? rS1 : plus_petit_facteur(static_cast<std::uint64_t>(S3)) - 1);
 }
 
 void noter_intervalle(Dette& dette, Intervalle bornes) {
   const std::int64_t debut = std::max<std::int64_t>(bornes.debut, 5);
   for (std::int64_t n = bornes.fin; n >= debut; --n) {
     if (n % 2 == 0) continue;
-    noter_prem1(dette, n);
-    if (prem1(n)) return;
+    const bool premier = prem1(n);
+    noter_prem1(dette, n, premier);
+    if (premier) return;
   }
 }
 

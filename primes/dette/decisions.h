@@ -26,7 +26,7 @@ void noter_prem(Dette& dette, const NTL::ZZ& S);
 void noter_si_premier(Dette& dette, const NTL::ZZ& S);
 
 /// S3 >= 0 was decided by `prem1`: the root is the one in double precision.
-void noter_prem1(Dette& dette, std::int64_t S3);
+void noter_prem1(Dette& dette, std::int64_t S3, bool premier);
 
 /// The odd numbers from 5 on of the interval were decided by `prem1`: the largest prime is noted, and
 /// each composite above it. Those below the largest prime oblige to less.

@@ -5,7 +5,8 @@
 // notes of many decisions collapse into one bound, the largest.
 //
 // One convention: what decides knows no debt. Who asked and has the answer notes it, by one call of a
-// function noter_...(dette, answer). The rules stand in this folder, and nothing of the engine is above
+// function noter_...(dette, answer); a search of a range hears of its numbers before (recherche.h). The
+// rules stand in this folder, and nothing of the engine is above
 // it: those of one decision in decisions.h, of a number that was cut in morceaux.h (its long pieces:
 // notes_par_etendue.h), of a range that was searched in recherche.h.
 #pragma once

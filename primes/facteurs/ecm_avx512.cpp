@@ -25,9 +25,9 @@
 #include "primes/facteurs/ecm_rangees.h"
 #include "primes/suivi/suivi.h"
 
-// All of ecm.h and ecm_seconde.h is compiled here for AVX-512, into functions of this file alone: the ring that it is
-// given is in an anonymous namespace. Library headers stay outside of the pragma, so that nothing compiled
-// for AVX-512 can be taken for the common version of a library function.
+// All of ecm.h and ecm_seconde.h is compiled here for AVX-512, into functions of this file alone: the
+// ring that it is given is in an anonymous namespace. Library headers stay outside of the pragma, so that
+// nothing compiled for AVX-512 can be taken for the common version of a library function.
 #if defined(__clang__)
 #pragma clang attribute push(__attribute__((target("avx512f,avx512ifma"))), apply_to = function)
 #else

@@ -3,6 +3,8 @@
 
 #include <array>
 #include <cassert>
+#include <span>
+#include <vector>
 
 #include "primes/arithmetique/montgomery_long.h"
 #include "primes/facteurs/ecm.h"
@@ -47,7 +49,8 @@ NTL::ZZ reprendre(const MontgomeryLong& a, std::uint64_t sigma, const BornesLong
   const auto depart = suyama(a, {sigma}, courbe);
   Marche<MontgomeryLong> marche{a, courbe, depart};
   for (const Multiplicateur m : {Multiplicateur{3, 2}, {2, 0}, {2, 0}}) marche.multiplier(m);
-  for (const auto& liste : {multiplicateurs(1, b1_court), bornes.suite}) {
+  const std::vector<Multiplicateur> courts = multiplicateurs(1, b1_court);
+  for (const std::span<const Multiplicateur> liste : {std::span{courts}, std::span{bornes.suite}}) {
     for (std::size_t i = 0; i < liste.size() && trouves.rien(); ++i) {
       if (suivi && i % 64 == 0) suivi(0);
       marche.multiplier(liste[i]);

@@ -22,7 +22,7 @@
 namespace premiers::ecm {
 
 /// How many j there are of 1 or 5 modulo 6 up to a little beyond D/2.
-constexpr std::size_t nombre_multiples(std::size_t D) { return D / 6 + 3; }
+[[gnu::always_inline]] constexpr std::size_t nombre_multiples(std::size_t D) { return D / 6 + 3; }
 
 /// j q for those j, at index j / 3; gives D q.
 template <Anneau A>

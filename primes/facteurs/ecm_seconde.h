@@ -99,7 +99,8 @@ typename A::Entier essayer(const A& a, const std::array<std::uint64_t, A::voies>
   const auto depart = suyama(a, sigma, courbe);
   const auto q = phase_un(a, courbe, depart, b1);
   trouves.noter(q.z);
-  if (trouves.rien()) phase_deux(courbe, q, liste_paires(b2), b1, b2, trouves);
+  // A lane that has found all of n takes nothing away from the others.
+  if (trouves.propre() == 1) phase_deux(courbe, q, liste_paires(b2), b1, b2, trouves);
   return trouves.propre();
 }
 

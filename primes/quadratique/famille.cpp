@@ -116,7 +116,7 @@ void Famille::racines_initiales(Tableau<std::uint32_t>& racine_1,
   }
 }
 
-Entier256 Famille::premier_b() const {
+Entier256 Famille::b_initial() const {
   Entier256 b{};
   for (const Entier256& terme : termes_) b = somme(b, terme);
   return b;

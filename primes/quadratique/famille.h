@@ -41,7 +41,7 @@ struct Famille {
   void racines_initiales(Tableau<std::uint32_t>& racine_1, Tableau<std::uint32_t>& racine_2);
 
   /// The b of the first polynomial.
-  Entier256 premier_b() const;
+  Entier256 b_initial() const;
   /// What b changes by on the way to the polynomial of that rank > 0.
   Entier256 changement_de_b(std::uint32_t rang) const;
   /// The move of the roots that leads to the polynomial of that rank; to the first, none at all.

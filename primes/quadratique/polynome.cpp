@@ -23,7 +23,7 @@ bool Polynomes::nouvelle_famille() {
   if (facteurs.empty()) return false;
   famille.commencer(std::move(facteurs));
   famille.racines_initiales(racine_1, racine_2);
-  b = famille.premier_b();
+  b = famille.b_initial();
   rang = 0;
   return true;
 }

@@ -6,8 +6,9 @@
 //
 // A relation takes some 90 bytes, 48 here, and its factors as a tight list; what holds them grows
 // without being copied, or half as much again would be lost in gaps. With the graph and the tables, a
-// million relations take 130 MB. Different coefficients a that share all primes but one lead to the same u now and then; a relation that is there already
-// is not taken again, or it would count as a cycle that says u^2 = u^2.
+// million relations take 130 MB. Different coefficients a that share all primes but one lead to the
+// same u now and then; a relation that is there already is not taken again, or it would count as a
+// cycle that says u^2 = u^2.
 #pragma once
 
 #include <cstddef>

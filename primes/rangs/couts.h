@@ -19,7 +19,8 @@ namespace premiers {
 /// 10^12 on, where they go through buckets; each sieving prime up to the root costs once to be found
 /// and placed, those below 2^20 with their state more than the others, which cost a third with
 /// AVX-512 (primes/crible/touches.h). These cost something anew for each round, until the window is
-/// so wide that it pays to keep them (primes/crible/partage.h).
+/// so wide that it pays to keep them (primes/crible/partage.h). Measured without the rows of
+/// primes/crible/crible_seize.h, which take a seventh off wide windows: good to a factor of two.
 inline double cout_crible(double largeur, double x) {
   constexpr double preparation = 10'000;
   constexpr double par_entier = 0.13;          // at 10^8,

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <random>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/roue.h"
 #include "primes/compte/compte.h"
+#include "primes/crible/crible_garde.h"
 #include "primes/crible/crible_grand.h"
 #include "primes/crible/crible_seize.h"
 #include "primes/crible/marche.h"
@@ -334,20 +336,26 @@ std::vector<std::uint8_t> rayer_les_grands(std::uint64_t octet, std::uint64_t fi
   return octets;
 }
 
-/// The same by walking from one odd multiple of each prime to the next.
+/// Walks from one odd multiple of p, its square or above, to the next; not before byte `depuis`.
+void rayer_multiples(std::vector<std::uint8_t>& octets, std::uint64_t octet, std::uint64_t depuis,
+                     std::uint64_t p) {
+  const std::uint64_t fin = octet + octets.size();
+  std::uint64_t q = std::max(p, (30 * depuis + p - 1) / p | 1);
+  for (; p * q < 30 * fin; q += 2) {
+    if (q % 3 == 0 || q % 5 == 0) continue;
+    std::uint8_t& ici = octets[p * q / 30 - octet];
+    ici = static_cast<std::uint8_t>(ici & ~(1U << indice_suivant[p * q % 30]));
+  }
+}
+
+/// The same as `rayer_les_grands` by walking from multiple to multiple.
 std::vector<std::uint8_t> rayer_pas_a_pas(std::uint64_t octet, std::uint64_t fin) {
   std::vector<std::uint8_t> octets(fin - octet, 0xFF);
   const std::uint64_t racine = racine_carree(30 * fin - 1);
   const std::uint64_t premier = CribleGrand::debut_des_grands / 30 + 1;
   if (racine / 30 < premier) return octets;
   pour_chaque_premier(cribler(premier, racine / 30 + 1), premier, [&](std::uint64_t p) {
-    if (p > racine) return;
-    std::uint64_t q = std::max(p, (30 * octet + p - 1) / p | 1);
-    for (; p * q < 30 * fin; q += 2) {
-      if (q % 3 == 0 || q % 5 == 0) continue;
-      std::uint8_t& ici = octets[p * q / 30 - octet];
-      ici = static_cast<std::uint8_t>(ici & ~(1U << indice_suivant[p * q % 30]));
-    }
+    if (p <= racine) rayer_multiples(octets, octet, octet, p);
   });
   return octets;
 }
@@ -424,6 +432,32 @@ void comparer_les_largeurs(std::initializer_list<std::uint64_t> largeurs,
   }
 }
 
+// The kept primes by themselves, whatever else this processor would do with them: twelve segments,
+// few buckets, which are taken again in a circle, and primes that come in while others wait.
+TEST(CribleGarde, MoreSegmentsThanBucketsAndPrimesThatComeInLater) {
+  constexpr std::uint64_t borne = 1'300'000;
+  const std::uint64_t octet = dix(13) / 30 + 12345;
+  const std::uint64_t fin = octet + 11 * seg + 5;
+  const auto tous = premiers_entre(CribleGrand::debut_des_grands, borne);
+  std::vector<std::uint8_t> attendus(fin - octet, 0xFF);
+  std::vector<std::uint8_t> octets(fin - octet, 0xFF);
+  CribleGarde gardes(octet, fin, borne);
+  std::size_t prochain = 0;
+  for (std::uint64_t o = octet; o < fin; o += seg) {
+    const std::size_t de_plus = o == octet ? tous.size() / 2 : tous.size() / 20;
+    for (const std::size_t la = std::min(tous.size(), prochain + de_plus); prochain < la;
+         ++prochain) {
+      gardes.ajouter(static_cast<std::uint32_t>(tous[prochain]));
+      rayer_multiples(attendus, octet, o, tous[prochain]);
+    }
+    gardes.rayer(std::span{octets}.subspan(o - octet, std::min(seg, fin - o)));
+  }
+  ASSERT_EQ(prochain, tous.size());
+  sans_petits_facteurs(attendus, octet);
+  sans_petits_facteurs(octets, octet);
+  EXPECT_TRUE(octets == attendus);
+}
+
 TEST(CribleGrand, WindowsAroundASegmentAsByAPlainWalk) {
   comparer_les_largeurs({1, seg, seg + 1}, {{3'000'000, Partage::tour_min, true}});
 }
@@ -455,7 +489,7 @@ std::vector<std::uint8_t> rayer_sur_la_roue_de_210(std::uint64_t octet, std::uin
 // In segments of every size, from the smallest to the largest prime that it takes, in more than a block.
 TEST(CribleSeize, AsByAPlainWalkOnTheWheelOf210) {
   std::vector<std::uint64_t> cribleurs =
-      premiers_entre(CribleSeize::premier, CribleSeize::premier + 130'000);
+      premiers_entre(CribleSeize::debut, CribleSeize::debut + 130'000);
   for (const std::uint64_t p :
        {dix(6), std::uint64_t{CribleSeize::dernier}, (std::uint64_t{1} << 24) - 700}) {
     const auto autour = premiers_entre(p - 600, p + 600);

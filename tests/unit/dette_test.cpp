@@ -116,7 +116,7 @@ TEST_F(DetteTest, Prem1OfEveryNumber) {
     const std::int64_t np = apres([&] { attendu = division.prem1(S3); });
     ASSERT_EQ(prem1(S3), attendu) << S3;
     Dette dette;
-    noter_prem1(dette, S3);
+    noter_prem1(dette, S3, prem1(S3));
     ASSERT_EQ(np_paye(dette), np) << S3;
   }
 }
@@ -127,7 +127,7 @@ TEST_F(DetteTest, Prem1GivesTrueForOneAndFalseForTwo) {
   EXPECT_FALSE(prem1(0));
   EXPECT_TRUE(prem1(3));
   Dette dette;
-  for (const std::int64_t S3 : {0, 1, 2, 3}) noter_prem1(dette, S3);
+  for (const std::int64_t S3 : {0, 1, 2, 3}) noter_prem1(dette, S3, prem1(S3));
   EXPECT_EQ(np_paye(dette), 2);
 }
 
@@ -151,7 +151,7 @@ TEST_F(DetteTest, LargerSquaresCubesAndProducts) {
       noter_prem(dette, NTL::ZZ(N));
       ASSERT_EQ(np_paye(dette), apres([&] { division.prem(N); })) << N;
       Dette dette1;
-      noter_prem1(dette1, N);
+      noter_prem1(dette1, N, prem1(N));
       ASSERT_EQ(np_paye(dette1), apres([&] { division.prem1(N); })) << N;
     }
   }
@@ -229,7 +229,7 @@ TEST_F(DetteTestLent, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore
   ASSERT_EQ(NTL::SqrRoot(NTL::ZZ(S3)), q - 1);
   Dette arrondie;
   EXPECT_TRUE(prem1(S3));
-  noter_prem1(arrondie, S3);
+  noter_prem1(arrondie, S3, prem1(S3));
   EXPECT_EQ(arrondie.borne_due, static_cast<std::uint64_t>(q));
   Dette intervalle;
   noter_intervalle(intervalle, {S3, S3});

@@ -18,7 +18,7 @@ TEST(Prem1, TakesTheRootInDoublePrecision) {
   // 2^63 - 25 is the largest prime below 2^63; as a double it is 2^63, whose root is 3037000499.97.
   Dette dette;
   EXPECT_TRUE(prem1(INT64_MAX - 24));
-  noter_prem1(dette, INT64_MAX - 24);
+  noter_prem1(dette, INT64_MAX - 24, prem1(INT64_MAX - 24));
   EXPECT_EQ(dette.borne_due, 3037000499U);
 }
 
