@@ -31,7 +31,7 @@ from lignes_rangs import lignes_de_rangs  # noqa: E402
 from lignes_travaux import lignes_des_travaux  # noqa: E402
 from lignes_yafu import lignes_contre_yafu, lignes_contre_yafu_avx2  # noqa: E402
 from rapport import ecrire, ecrire_ailleurs, le_pair, machine, verdict  # noqa: E402
-from reprise import garder, reprendre  # noqa: E402
+from reprise import empreinte, garder, reprendre  # noqa: E402
 
 RACINE = Path(__file__).resolve().parent.parent
 PAQUETS = ("primesieve-bin", "libprimesieve-dev", "primecount-bin", "pari-gp", "coreutils", "g++")
@@ -163,7 +163,7 @@ def main():
     partiel = options.rapide or options.seulement
     voulus = options.lancements or (3 if options.rapide else 5)
     faites, repris = [], 0
-    gardees, programmes = aides / "mesures", (options.programme.resolve(), programme_avx2)
+    gardees = aides / "mesures"
     with tempfile.TemporaryDirectory(prefix="mesurer-") as travail:
         outils = Outils(str(options.programme.resolve()), str(options.reference.resolve()), aides,
                         RACINE / "bench", Path(travail), options.primesieve_recent,
@@ -178,18 +178,20 @@ def main():
         prises, ecartees = choisir(lignes, options)
         for numero, ligne in enumerate(prises, 1):
             dire(f"{numero}/{len(prises)} {ligne.travail}")
-            resultats = reprendre(gardees, ligne, programmes) if options.continuer else None
+            fois = ligne.lancements or voulus
+            marque = empreinte(ligne, fois, travail)
+            resultats = reprendre(gardees, ligne, marque) if options.continuer else None
             repris += resultats is not None
             if resultats is None:
                 try:
-                    resultats = mesurer(ligne, ligne.lancements or voulus, Path(travail))
+                    resultats = mesurer(ligne, fois, Path(travail))
                 except MauvaiseReponse as faute:
                     sys.exit(f"mesurer: {faute}")
-                garder(gardees, ligne, programmes, resultats)
+                garder(gardees, ligne, marque, resultats)
             faites.append((ligne, resultats))
             annoncer(*faites[-1])
     if repris:
-        lignes_machine.append(f"Measured by earlier runs of the same program, to the byte: {repris} "
+        lignes_machine.append(f"Measured by earlier runs of the same programs, to the byte: {repris} "
                               "of the rows")
     dossier = options.sortie or (aides if partiel else RACINE / "docs")
     ecrire(dossier, faites, ecartees, lignes_machine)
