@@ -18,6 +18,9 @@ namespace {
 
 constexpr std::size_t membres_au_plus = 64;
 
+// Below so many rows the elimination costs less than the filtering would: it saves a tenth of the time of
+// a whole sieve at 36 digits, 7 percent at 40 and at 44.
+constexpr std::size_t filtrage_min = 1000;
 // Up to so many columns, after filtering, the elimination is as fast, and cannot fail.
 constexpr std::size_t elimination_max = 4000;
 // Up to so many it stands behind block Lanczos when that failed: 200 MB.
@@ -77,6 +80,7 @@ struct ColonnesSerrees {
 }  // namespace
 
 std::vector<Ensemble> noyau(MatriceCreuse matrice, const std::function<void()>& signe_de_vie) {
+  if (matrice.lignes < filtrage_min) return eliminer(matrice, signe_de_vie);
   const ColonnesSerrees preuve(matrice);
   const std::size_t nombre = matrice.colonnes.size();
   const MatriceReduite reduite = filtrer(std::move(matrice), surplus, signe_de_vie);

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The kernel of a sparse matrix over GF(2), by the way that is best for its size: made smaller
 // (filtrage.h), then eliminated as bits (algebre.h) or, when it is large, by block Lanczos
-// (lanczos.h). Every member is multiplied back before it is given.
+// (lanczos.h). Every member that comes of a matrix made smaller is multiplied back before it is given; a
+// small matrix is eliminated as it stands.
 //
 // Cost on a 2.5 GHz Xeon, for random matrices like those of the sieve: 25000 columns of 55 entries
 // 1.2 s, 50000 of 65 5 s, 100000 of 70 27 s. The elimination alone takes 13 s at 25000 columns, some 90 s
