@@ -29,6 +29,7 @@
 #include "primes/facteurs/facteurs128.h"
 #include "primes/facteurs/facteurs64.h"
 #include "primes/facteurs/facteurs_longs.h"
+#include "primes/facteurs/fermat.h"
 #include "primes/facteurs/petits_facteurs.h"
 #include "primes/facteurs/preuve.h"
 #include "primes/facteurs/puissance.h"
@@ -113,6 +114,8 @@ std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& su
   const long bits = NTL::NumBits(n);
   if (bits <= bits_ecm_seule) {
     if (const auto f = facteur_ecm(en_entier128(n), courbes_ecm_seule)) return {en_zz(*f)};
+  } else if (const auto proche = facteur_de_fermat(n)) {
+    return {*proche};
   } else if (const auto f = facteur_court(n, echelle, suivi)) {
     return {*f};
   }
