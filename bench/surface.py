@@ -54,10 +54,6 @@ EXPLICATIONS = [
      "Chance: what is left of a number behind its small factors is a prime, or is not."),
     (r"^decomposition.*(prime|square of a prime),",
      "Chance: a proof needs factors of N - 1, and is long where few are found."),
-    (r"^decomposition.*two equal primes, digits 56 to 58",
-     "No cliff: three sieves of 1.5 s each, cut at five seconds."),
-    (r"^(prime )?concatenations of a range from 199 digits on.*10\^4 to 10\^5",
-     "No cliff: ten times the numbers take 3.7 s, on a machine that was busy with other work."),
     (r"^(prime )?concatenations of a range of 1,000, random",
      "Chance: which pieces of the leading digits are primes decides how many cuts lead on."),
 ]

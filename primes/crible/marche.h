@@ -19,6 +19,7 @@
 #include <cstdint>
 
 #include "primes/arithmetique/processeur.h"
+#include "primes/crible/cofacteurs.h"
 
 namespace premiers {
 
@@ -28,14 +29,8 @@ inline constexpr std::uint32_t module = 210;
 inline constexpr std::uint32_t nombre = 48;
 
 /// The cofactors below 210 that are coprime to it.
-inline constexpr std::array<std::uint8_t, nombre> valeurs = [] {
-  std::array<std::uint8_t, nombre> t{};
-  std::size_t i = 0;
-  for (std::uint32_t n = 1; n < module; n += 2) {
-    if (n % 3 != 0 && n % 5 != 0 && n % 7 != 0) t[i++] = static_cast<std::uint8_t>(n);
-  }
-  return t;
-}();
+inline constexpr std::array<std::uint8_t, nombre> valeurs =
+    cofacteurs<std::uint8_t, module, nombre>();
 static_assert(valeurs.back() == module - 1);
 
 /// By r < 210: the index of the first value >= r.

@@ -16,6 +16,7 @@
 #include <cstdint>
 
 #include "primes/arithmetique/roue.h"
+#include "primes/crible/cofacteurs.h"
 
 namespace premiers {
 
@@ -25,16 +26,8 @@ inline constexpr std::uint32_t module = 30030;
 inline constexpr std::uint32_t nombre = 5760;
 
 /// The cofactors below 30030 that are coprime to it.
-inline constexpr std::array<std::uint16_t, nombre> valeurs = [] {
-  std::array<std::uint16_t, nombre> t{};
-  std::size_t i = 0;
-  for (std::uint32_t n = 1; n < module; n += 2) {
-    if (n % 3 != 0 && n % 5 != 0 && n % 7 != 0 && n % 11 != 0 && n % 13 != 0) {
-      t[i++] = static_cast<std::uint16_t>(n);
-    }
-  }
-  return t;
-}();
+inline constexpr std::array<std::uint16_t, nombre> valeurs =
+    cofacteurs<std::uint16_t, module, nombre>();
 static_assert(valeurs.back() == module - 1);
 
 /// By r / 2, r odd, r < 30030: the index of the first value >= r.

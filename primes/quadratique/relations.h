@@ -4,7 +4,7 @@
 // A relation says u^2 = product of primes of the base, times two large primes of which one or both
 // may be 1, modulo kn. It is worth something when its large primes are met again (graphe.h).
 //
-// A relation takes some 90 bytes, 48 here, and its factors as a tight list; what holds them grows
+// A relation takes 48 bytes here, and its factors stand in a tight list; what holds them grows
 // without being copied, or half as much again would be lost in gaps. With the graph and the tables, a
 // million relations take 130 MB. Different coefficients a that share all primes but one lead to the
 // same u now and then; a relation that is there already is not taken again, or it would count as a
