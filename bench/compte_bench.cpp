@@ -11,7 +11,7 @@
 #include "primes/compte/p2.h"
 #include "primes/compte/phi.h"
 
-namespace premiers {
+namespace premiers::compte {
 namespace {
 
 std::uint64_t puissance_de_dix(std::int64_t k) {
@@ -51,4 +51,4 @@ BENCHMARK_CAPTURE(mesurer, p2, [](const Plan& p) {
 })->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -9,18 +9,18 @@
 #include "primes/concatenations/decoupe.h"
 #include "primes/dette/recherche.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 namespace {
 
 /// Counts the numbers kept from `debut` on, so many numbers wide.
 void chercher(benchmark::State& etat, const char* debut, long largeur, bool premiers_seuls) {
   const NTL::ZZ de = NTL::conv<NTL::ZZ>(debut);
   for (auto _ : etat) {
-    Dette dette;
+    dette::Dette dette;
     const Recherche recherche{de, de + largeur - 1, premiers_seuls};
-    NotesDeRecherche notes(dette, recherche);
+    dette::NotesDeRecherche notes(dette, recherche);
     benchmark::DoNotOptimize(chercher_concatenations(recherche, {}, notes.examens()));
-    noter_recherche(dette, notes);
+    dette::noter_recherche(dette, notes);
   }
   etat.SetItemsProcessed(etat.iterations() * largeur);
 }
@@ -58,4 +58,4 @@ BENCHMARK_CAPTURE(decouper_un_nombre, cent_quatre_vingt_dix_neuf_chiffres, repet
                   false);
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -6,7 +6,7 @@
 
 #include "primes/crible/crible.h"
 
-namespace premiers {
+namespace premiers::crible {
 namespace {
 
 void compter(benchmark::State& etat, std::uint64_t a, std::uint64_t b) {
@@ -28,4 +28,4 @@ BENCHMARK_CAPTURE(compter, dix_7_a_deux_63, 9'223'372'036'844'775'807, 9'223'372
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::crible

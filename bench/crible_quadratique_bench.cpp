@@ -26,13 +26,14 @@ std::vector<NTL::ZZ> nombres(long chiffres) {
   return liste;
 }
 
-std::uint64_t scinder(std::uint64_t m) { return premiers::plus_petit_facteur(m); }
+std::uint64_t scinder(std::uint64_t m) { return premiers::facteurs::plus_petit_facteur(m); }
 
 void facteur(benchmark::State& state) {
   const std::vector<NTL::ZZ> liste = nombres(state.range(0));
   std::size_t i = 0;
   for (auto _ : state) {
-    benchmark::DoNotOptimize(premiers::facteur_quadratique(liste[i++ % liste.size()], {}, scinder));
+    benchmark::DoNotOptimize(
+        premiers::quadratique::facteur_quadratique(liste[i++ % liste.size()], {}, scinder));
   }
 }
 

@@ -12,7 +12,7 @@
 #include "primes/facteurs/facteurs64.h"
 #include "primes/primalite/primalite.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 constexpr std::size_t nombre_de_n = 512;
@@ -21,7 +21,7 @@ std::uint64_t premier_au_hasard(std::mt19937_64& g, int taille) {
   const std::uint64_t sommet = std::uint64_t{1} << (taille - 1);
   for (;;) {
     const std::uint64_t p = (g() & (sommet - 1)) | sommet | 1;
-    if (est_premier(p)) return p;
+    if (primalite::est_premier(p)) return p;
   }
 }
 
@@ -77,10 +77,10 @@ void BM_EstPremierSurPremiers(benchmark::State& etat) {
   std::vector<NTL::ZZ> n(100);
   for (auto& x : n) NTL::GenPrime(x, etat.range(0), 20);
   if (etat.range(0) > 64)
-    return parcourir(etat, n, [](const NTL::ZZ& x) { return est_premier(x); });
+    return parcourir(etat, n, [](const NTL::ZZ& x) { return primalite::est_premier(x); });
   std::vector<std::uint64_t> mots;
   for (const auto& x : n) mots.push_back(en_entier64(x));
-  parcourir(etat, mots, [](std::uint64_t x) { return est_premier(x); });
+  parcourir(etat, mots, [](std::uint64_t x) { return primalite::est_premier(x); });
 }
 BENCHMARK(BM_EstPremierSurPremiers)
     ->Arg(20)
@@ -95,12 +95,12 @@ void BM_EstPremierSurImpairs(benchmark::State& etat) {
   std::vector<NTL::ZZ> n(1000);
   for (auto& x : n) x = 2 * NTL::RandomLen_ZZ(etat.range(0) - 1) + 1;
   if (etat.range(0) > 64)
-    return parcourir(etat, n, [](const NTL::ZZ& x) { return est_premier(x); });
+    return parcourir(etat, n, [](const NTL::ZZ& x) { return primalite::est_premier(x); });
   std::vector<std::uint64_t> mots;
   for (const auto& x : n) mots.push_back(en_entier64(x));
-  parcourir(etat, mots, [](std::uint64_t x) { return est_premier(x); });
+  parcourir(etat, mots, [](std::uint64_t x) { return primalite::est_premier(x); });
 }
 BENCHMARK(BM_EstPremierSurImpairs)->Arg(32)->Arg(64)->Arg(80)->Arg(128)->Arg(330)->Arg(660);
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

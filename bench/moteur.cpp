@@ -62,7 +62,8 @@ int main(int argc, char** argv) {
   } else if (travail == "crible" && argc == 4) {
     const auto a = std::strtoull(argv[2], nullptr, 10);
     const auto b = std::strtoull(argv[3], nullptr, 10);
-    std::printf("%llu\n", static_cast<unsigned long long>(premiers::compter_par_crible(a, b)));
+    std::printf("%llu\n",
+                static_cast<unsigned long long>(premiers::crible::compter_par_crible(a, b)));
   } else {
     return 2;
   }

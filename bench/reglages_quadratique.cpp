@@ -39,7 +39,7 @@ namespace {
 
 using namespace premiers::quadratique;
 
-std::uint64_t scinder(std::uint64_t m) { return premiers::plus_petit_facteur(m); }
+std::uint64_t scinder(std::uint64_t m) { return premiers::facteurs::plus_petit_facteur(m); }
 
 double secondes() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 

@@ -66,7 +66,7 @@ void par_la_reference(const std::string& reponses, std::int64_t place) {
   reference::Etat e(clavier, ecran, fin_inattendue);
   e.np = table.np();
   e.Nprem.assign(1, 0);
-  auto premiers = table.suite(2, premiers::SuiteDePremiers::sans_limite, table.dernier());
+  auto premiers = table.suite(2, premiers::rangs::SuiteDePremiers::sans_limite, table.dernier());
   for (auto lot = premiers.suivant(); !lot.empty(); lot = premiers.suivant()) {
     e.Nprem.insert(e.Nprem.end(), lot.begin(), lot.end());
   }

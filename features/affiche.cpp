@@ -133,7 +133,8 @@ std::int64_t rang_a_partir_de(Session& s, std::int64_t v) {
 void entre_deux_bornes(Session& s) {
   const auto [maj1, maj] = demander_bornes(s);
   const std::int64_t r1 = rang_a_partir_de(s, maj1);
-  lister(s, texte::debut_de_liste, r1, s.etat.Nprem.suite(maj1, SuiteDePremiers::sans_limite, maj));
+  lister(s, texte::debut_de_liste, r1,
+         s.etat.Nprem.suite(maj1, rangs::SuiteDePremiers::sans_limite, maj));
 }
 
 /// The entries of the last `nombre` primes of a run that ends with `fin`.
@@ -152,7 +153,8 @@ void suites_de_difference(Session& s) {
   Place place{rang_a_partir_de(s, maj1) - 1, 0};
   Suites suites(dif, doub);
   EnTete avant(s, texte::debut_de_liste);
-  SuiteDePremiers premiers = s.etat.Nprem.suite(maj1, SuiteDePremiers::sans_limite, maj);
+  rangs::SuiteDePremiers premiers =
+      s.etat.Nprem.suite(maj1, rangs::SuiteDePremiers::sans_limite, maj);
   for (auto lot = premiers.suivant(avant.suivi()); !lot.empty();
        lot = premiers.suivant(avant.suivi())) {
     for (const std::uint64_t premier : lot) {

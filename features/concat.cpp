@@ -72,17 +72,17 @@ constexpr std::string_view travail = "concatenations";
 }  // namespace texte
 
 /// Every way, as fast as the output takes them.
-void ecrire_chemins(Session& s, const Decoupe& decoupe) {
+void ecrire_chemins(Session& s, const concatenations::Decoupe& decoupe) {
   constexpr unsigned entre_deux_regards = 1024;
   unsigned chemins = 0;
-  parcourir_chemins(decoupe, [&](std::string_view chemin) {
+  concatenations::parcourir_chemins(decoupe, [&](std::string_view chemin) {
     s.sortie << chemin;
     if (++chemins % entre_deux_regards == 0) s.sortie.vider_si_tard();
   });
 }
 
 /// Asks the bounds until the first is not above the second.
-Recherche demander_recherche(Session& s, bool premiers_seuls) {
+concatenations::Recherche demander_recherche(Session& s, bool premiers_seuls) {
   for (;;) {
     NTL::ZZ debut = demander_grand_nombre(s, texte::inferieure);
     s.sortie << texte::entre_les_deux;
@@ -122,7 +122,7 @@ void ecrire_petits(Sortie& sortie, std::string_view tete,
   sortie.avancer(place);
 }
 
-Gardes ecrire_liste(Sortie& sortie) {
+concatenations::Gardes ecrire_liste(Sortie& sortie) {
   return {[&sortie](auto tete, auto effectifs) { ecrire_petits(sortie, tete, effectifs); },
           [&sortie](auto tete, auto effectifs) { ecrire_grands(sortie, tete, effectifs); }};
 }
@@ -132,8 +132,8 @@ Gardes ecrire_liste(Sortie& sortie) {
 void concatN(Session& s) {
   do {
     const NTL::ZZ N = demander_grand_nombre(s, texte::quel_N);
-    const Decoupe decoupe = decouper(N, suivre(s, texte::travail));
-    noter_morceaux(s.etat.dette, decoupe);
+    const concatenations::Decoupe decoupe = concatenations::decouper(N, suivre(s, texte::travail));
+    dette::noter_morceaux(s.etat.dette, decoupe);
     s.sortie << texte::pour << N << texte::deux_points;
     ecrire_chemins(s, decoupe);
     s.sortie << texte::effectif << decoupe.chemins.front() << texte::premier_comptabilise;
@@ -141,16 +141,16 @@ void concatN(Session& s) {
 }
 
 void Nconcat(Session& s, bool premiers_seuls) {
-  const Recherche recherche = demander_recherche(s, premiers_seuls);
+  const concatenations::Recherche recherche = demander_recherche(s, premiers_seuls);
   const bool liste = demander_choix(s, Cas::oui_non, texte::effectif_seulement) == 0;
   if (liste) {
     s.sortie << texte::entre << recherche.debut << texte::et << recherche.fin << texte::conviennent;
   }
-  NotesDeRecherche notes(s.etat.dette, recherche);
-  const std::uint64_t w2 =
-      chercher_concatenations(recherche, liste ? ecrire_liste(s.sortie) : Gardes{}, notes.examens(),
-                              suivre(s, texte::travail));
-  noter_recherche(s.etat.dette, notes);
+  dette::NotesDeRecherche notes(s.etat.dette, recherche);
+  const std::uint64_t w2 = concatenations::chercher_concatenations(
+      recherche, liste ? ecrire_liste(s.sortie) : concatenations::Gardes{}, notes.examens(),
+      suivre(s, texte::travail));
+  dette::noter_recherche(s.etat.dette, notes);
   s.sortie << texte::il_y_a << static_cast<std::int64_t>(w2) << texte::nombres
            << (recherche.premiers_seuls ? texte::premiers_de_ce_type : texte::de_ce_type);
   if (liste) dessiner(s.sortie, texte::entre_crochet);

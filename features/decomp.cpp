@@ -30,7 +30,7 @@ constexpr std::string_view travail = "decomposition";
 }  // namespace texte
 
 /// N is prime, or the product of its prime powers; the empty product for 1.
-void imprimer(Sortie& sortie, const NTL::ZZ& N, const Facteurs& facteurs) {
+void imprimer(Sortie& sortie, const NTL::ZZ& N, const facteurs::Facteurs& facteurs) {
   sortie << texte::resultat << N;
   if (facteurs.size() == 1 && facteurs.front().exposant == 1) {
     sortie << texte::est_premier;
@@ -51,8 +51,8 @@ void decomp(Session& s) {
   s.sortie << texte::titre;
   do {
     const NTL::ZZ N = demander_grand_nombre(s, texte::quel_N);
-    const Facteurs facteurs = decomposer(N, suivre(s, texte::travail));
-    noter_decomposition(s.etat.dette, facteurs);
+    const facteurs::Facteurs facteurs = facteurs::decomposer(N, suivre(s, texte::travail));
+    dette::noter_decomposition(s.etat.dette, facteurs);
     imprimer(s.sortie, N, facteurs);
   } while (demander_choix(s, Cas::oui_non, texte::autre_N) == 1);
 }

@@ -30,9 +30,9 @@ constexpr std::string_view un_compte = "compte";
 }  // namespace texte
 
 /// Prints the primes as they are found; gives how many there are.
-std::int64_t lister(Session& s, Intervalle bornes) {
+std::int64_t lister(Session& s, rangs::Intervalle bornes) {
   const Suivi suivi = suivre(s, texte::une_liste);
-  LotsDePremiers lots(bornes, CribleGrand::memoire_max);
+  rangs::LotsDePremiers lots(bornes, crible::CribleGrand::memoire_max);
   std::int64_t effectif = 0;
   for (auto lot = lots.suivant(suivi); !lot.empty(); lot = lots.suivant(suivi)) {
     EntreesSansRang entrees(s.sortie);
@@ -43,7 +43,7 @@ std::int64_t lister(Session& s, Intervalle bornes) {
 }
 
 /// Asks the bounds until the first is not above the second.
-Intervalle demander_bornes(Session& s) {
+rangs::Intervalle demander_bornes(Session& s) {
   for (;;) {
     const std::int64_t debut = demander_nombre(s, Cas::borne, texte::inferieure);
     s.sortie << texte::entre_les_deux;
@@ -56,17 +56,17 @@ Intervalle demander_bornes(Session& s) {
 
 void liste(Session& s) {
   s.sortie << texte::debut;
-  const Intervalle bornes = demander_bornes(s);
+  const rangs::Intervalle bornes = demander_bornes(s);
   const bool effectif_seulement = demander_choix(s, Cas::oui_non, texte::effectif_seulement) == 1;
 
   std::int64_t effectif = 0;
   if (effectif_seulement) {
-    effectif = compter_premiers(bornes, suivre(s, texte::un_compte));
+    effectif = rangs::compter_premiers(bornes, suivre(s, texte::un_compte));
   } else {
     s.sortie << texte::entete;
     effectif = lister(s, bornes);
   }
-  noter_intervalle(s.etat.dette, bornes);
+  dette::noter_intervalle(s.etat.dette, bornes);
   s.sortie << texte::il_y_a << effectif << texte::nombres;
 }
 

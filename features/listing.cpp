@@ -18,7 +18,8 @@ void EnTete::imprimer() {
   suivi_ = suivre(s_, calcul_des_premiers);
 }
 
-Place lister(Session& s, std::string_view en_tete, std::int64_t rang, SuiteDePremiers suite) {
+Place lister(Session& s, std::string_view en_tete, std::int64_t rang,
+             rangs::SuiteDePremiers suite) {
   EnTete avant(s, en_tete);
   Place derniere{rang - 1, 0};
   for (;;) {

@@ -31,7 +31,7 @@ struct EnTete {
 
 /// Prints the text and the entries of the primes of the suite, the first of rank `rang`, with a break
 /// before each entry that begins a block. Gives the last entry, rank - 1 and 0 if there is none.
-Place lister(Session& s, std::string_view en_tete, std::int64_t rang, SuiteDePremiers suite);
+Place lister(Session& s, std::string_view en_tete, std::int64_t rang, rangs::SuiteDePremiers suite);
 
 /// On standard error, while primes and their ranks are looked for.
 inline constexpr std::string_view calcul_des_premiers = "calcul des nombres premiers";

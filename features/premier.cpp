@@ -105,7 +105,7 @@ bool est_possible(Session& s, std::int64_t K) {
 
 /// Extends the table to what earlier decisions oblige it to.
 void payer_la_dette(Session& s) {
-  payer(s.etat.dette, s.etat.Nprem, suivre(s, calcul_des_premiers));
+  dette::payer(s.etat.dette, s.etat.Nprem, suivre(s, calcul_des_premiers));
 }
 
 /// Extends the table as far as the command needs, to rank K, or to the first prime above -K; gives

@@ -34,20 +34,20 @@ std::vector<Boucle> boucles() {
   return {decrire("place_du_bit", versions_de_place_du_bit()),
           decrire("compter_par_ligne", versions_de_compter_par_ligne()),
           decrire("compter_bits", versions_de_compter_bits()),
-          decrire("touches", versions_de_touches()),
-          decrire("multiples", versions_de_multiples()),
-          decrire("marcher", versions_de_marcher()),
-          decrire("precribler", versions_de_precribler()),
-          decrire("segment", SegmentCompte::versions_des_noyaux()),
-          decrire("lot", versions_du_lot()),
-          decrire("feuilles_faciles", versions_de_feuilles_faciles()),
-          decrire("compte_p2", versions_de_compte_p2()),
+          decrire("touches", crible::versions_de_touches()),
+          decrire("multiples", crible::versions_de_multiples()),
+          decrire("marcher", crible::versions_de_marcher()),
+          decrire("precribler", crible::versions_de_precribler()),
+          decrire("segment", compte::SegmentCompte::versions_des_noyaux()),
+          decrire("lot", compte::versions_du_lot()),
+          decrire("feuilles_faciles", compte::versions_de_feuilles_faciles()),
+          decrire("compte_p2", compte::versions_de_compte_p2()),
           decrire("vecteurs", quadratique::versions_des_vecteurs()),
-          decrire("restes", versions_de_restes()),
+          decrire("restes", facteurs::versions_de_restes()),
           decrire("seaux", quadratique::versions_des_seaux()),
-          decrire("facteur_ecm", versions_de_facteur_ecm()),
-          decrire("facteur_ecm_long", versions_de_facteur_ecm_long()),
-          decrire("huit_courbes", ecm::Huit::versions_des_noyaux())};
+          decrire("facteur_ecm", facteurs::versions_de_facteur_ecm()),
+          decrire("facteur_ecm_long", facteurs::versions_de_facteur_ecm_long()),
+          decrire("huit_courbes", facteurs::ecm::Huit::versions_des_noyaux())};
 }
 
 }  // namespace premiers

@@ -8,10 +8,10 @@ namespace premiers {
 
 void Suiv(Table& Nprem) { Nprem.etendre_au_rang(Nprem.np() + 1); }
 
-bool prem(const NTL::ZZ& S) { return est_premier(S); }
+bool prem(const NTL::ZZ& S) { return primalite::est_premier(S); }
 
 bool prem1(std::int64_t S3) {
-  return S3 == 1 || (S3 != 2 && est_premier(static_cast<std::uint64_t>(S3)));
+  return S3 == 1 || (S3 != 2 && primalite::est_premier(static_cast<std::uint64_t>(S3)));
 }
 
 }  // namespace premiers

@@ -53,12 +53,12 @@ Place Table::retenir(Place place) {
 /// is time.
 bool Table::lire_les_bits(std::int64_t v, double cout) {
   if (v <= gardes_.borne()) return true;
-  if (v > BitsGardes::borne_max) return false;
+  if (v > rangs::BitsGardes::borne_max) return false;
   depense_ += cout;
   const auto x = static_cast<double>(v);
-  if (v > toujours_gardes && depense_ < part_a_depenser * cout_crible(x, x)) return false;
+  if (v > toujours_gardes && depense_ < part_a_depenser * rangs::cout_crible(x, x)) return false;
   // Twice as far, if the table goes so far, so that many steps cost no more than one.
-  const std::int64_t utile = std::min(std::max(dernier_.premier, v), BitsGardes::borne_max);
+  const std::int64_t utile = std::min(std::max(dernier_.premier, v), rangs::BitsGardes::borne_max);
   constexpr std::int64_t un_peu_plus =
       30'000;  // a kilobyte of bits, so that the first ones are made once
   gardes_.etendre(
@@ -69,21 +69,22 @@ bool Table::lire_les_bits(std::int64_t v, double cout) {
 /// The prime of a rank behind or before the anchor.
 Place Table::depuis_une_ancre(const Place& ancre, std::int64_t rang, const Suivi& suivi) {
   if (rang == ancre.rang) return ancre;
-  const std::int64_t premier = rang > ancre.rang
-                                   ? premier_apres(ancre.premier, rang - ancre.rang, suivi)
-                                   : premier_avant(ancre.premier - 1, ancre.rang - rang, suivi);
+  const std::int64_t premier =
+      rang > ancre.rang ? rangs::premier_apres(ancre.premier, rang - ancre.rang, suivi)
+                        : rangs::premier_avant(ancre.premier - 1, ancre.rang - rang, suivi);
   return retenir({rang, premier});
 }
 
 /// The prime of a rank by a count at the place where it should be.
 Place Table::par_un_compte(std::int64_t rang, std::int64_t estime, const Suivi& suivi) {
   const auto x = static_cast<double>(estime);
-  const double part = cout_compte(x) / cout_par_un_compte(x);
+  const double part = rangs::cout_compte(x) / rangs::cout_par_un_compte(x);
   const auto n = static_cast<std::int64_t>(
-      nombre_premiers(static_cast<std::uint64_t>(estime), etape(suivi, 0, part)));
+      compte::nombre_premiers(static_cast<std::uint64_t>(estime), etape(suivi, 0, part)));
   const Suivi fin_du_travail = etape(suivi, part, 1);
-  const std::int64_t premier = rang > n ? premier_apres(estime, rang - n, fin_du_travail)
-                                        : premier_avant(estime, n - rang + 1, fin_du_travail);
+  const std::int64_t premier = rang > n
+                                   ? rangs::premier_apres(estime, rang - n, fin_du_travail)
+                                   : rangs::premier_avant(estime, n - rang + 1, fin_du_travail);
   return retenir({rang, premier});
 }
 
@@ -91,11 +92,12 @@ Place Table::par_un_compte(std::int64_t rang, std::int64_t estime, const Suivi& 
 Place Table::trouver_rang(std::int64_t rang, const Suivi& suivi) {
   if (rang <= gardes_.nombre()) return {rang, gardes_.premier(rang)};
   const Place ancre = ancre_la_plus_proche([&](const Place& p) { return ecart(p.rang, rang); });
-  const std::int64_t estime = inverse_de_riemann(rang);
+  const std::int64_t estime = rangs::inverse_de_riemann(rang);
   const auto x = static_cast<double>(estime);
-  const double saut = cout_saut(ecart(rang, ancre.rang), x);
-  const double compte = cout_par_un_compte(x);
-  if (estime <= BitsGardes::borne_max && (rang <= dernier_.rang || estime < toujours_gardes)) {
+  const double saut = rangs::cout_saut(ecart(rang, ancre.rang), x);
+  const double compte = rangs::cout_par_un_compte(x);
+  if (estime <= rangs::BitsGardes::borne_max &&
+      (rang <= dernier_.rang || estime < toujours_gardes)) {
     // One percent and a little more than the estimate, so that the prime is surely among the bits.
     constexpr std::int64_t marge = 1000;
     if (lire_les_bits(estime + estime / 100 + marge, std::min(saut, compte))) {
@@ -110,8 +112,8 @@ Place Table::trouver_valeur(std::int64_t v, const Suivi& suivi) {
   const Place ancre = ancre_la_plus_proche([&](const Place& p) { return ecart(p.premier, v); });
   if (ancre.premier == v) return ancre;
   const auto x = static_cast<double>(v);
-  const double saut = cout_intervalle(ecart(v, ancre.premier), x);
-  const double compte = cout_compte(x);
+  const double saut = rangs::cout_intervalle(ecart(v, ancre.premier), x);
+  const double compte = rangs::cout_compte(x);
   if (v <= dernier_.premier || v < toujours_gardes) {
     if (lire_les_bits(v, std::min(saut, compte))) {
       const std::int64_t rang = gardes_.rang(v);
@@ -120,13 +122,13 @@ Place Table::trouver_valeur(std::int64_t v, const Suivi& suivi) {
   }
   std::int64_t rang = ancre.rang;
   if (saut >= compte) {
-    rang = static_cast<std::int64_t>(nombre_premiers(static_cast<std::uint64_t>(v), suivi));
+    rang = static_cast<std::int64_t>(compte::nombre_premiers(static_cast<std::uint64_t>(v), suivi));
   } else if (ancre.premier < v) {
-    rang += compter_premiers({ancre.premier + 1, v}, suivi, memoire_des_rangs);
+    rang += rangs::compter_premiers({ancre.premier + 1, v}, suivi, rangs::memoire_des_rangs);
   } else {
-    rang -= compter_premiers({v + 1, ancre.premier}, suivi, memoire_des_rangs);
+    rang -= rangs::compter_premiers({v + 1, ancre.premier}, suivi, rangs::memoire_des_rangs);
   }
-  return retenir({rang, premier_avant(v, 1)});
+  return retenir({rang, rangs::premier_avant(v, 1)});
 }
 
 Place Table::lire(std::int64_t rang, const Suivi& suivi) {
@@ -151,11 +153,12 @@ void Table::etendre_au_dela(std::int64_t borne, const Suivi& suivi) {
   dernier_ = trouver_rang(place.rang + 1, {});
 }
 
-SuiteDePremiers Table::suite(std::int64_t debut, std::int64_t nombre, std::int64_t borne) const {
+rangs::SuiteDePremiers Table::suite(std::int64_t debut, std::int64_t nombre,
+                                    std::int64_t borne) const {
   return {gardes_, debut, nombre, std::min(borne, dernier_.premier)};
 }
 
-SuiteDePremiers Table::suivants(std::int64_t nombre, std::int64_t borne) const {
+rangs::SuiteDePremiers Table::suivants(std::int64_t nombre, std::int64_t borne) const {
   return {gardes_, dernier_.premier + 1, nombre, borne};
 }
 

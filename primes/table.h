@@ -60,9 +60,9 @@ struct Table {
 
   /// The known primes from `debut` on, at most `nombre` of them, none above `borne`: to be read
   /// before the table is used in another way.
-  SuiteDePremiers suite(std::int64_t debut, std::int64_t nombre, std::int64_t borne) const;
+  rangs::SuiteDePremiers suite(std::int64_t debut, std::int64_t nombre, std::int64_t borne) const;
   /// The primes behind the last known one, in the same way.
-  SuiteDePremiers suivants(std::int64_t nombre, std::int64_t borne) const;
+  rangs::SuiteDePremiers suivants(std::int64_t nombre, std::int64_t borne) const;
 
  private:
   Place trouver_rang(std::int64_t rang, const Suivi& suivi);
@@ -76,7 +76,7 @@ struct Table {
   Place ancre_la_plus_proche(Distance distance) const;
 
   Place dernier_{2, 3};
-  BitsGardes gardes_;
+  rangs::BitsGardes gardes_;
   double depense_ = 0;  // what reading the low part has cost so far without its bits, in ns
 
   /// The last answers, in a ring. With one alone the jumps of an operator cost half as much, with 64

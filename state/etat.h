@@ -12,7 +12,7 @@ struct Etat {
   /// The primes known so far, by rank; it only grows.
   Table Nprem;
   /// How far the decisions taken since then oblige it to reach before it is shown.
-  Dette dette;
+  dette::Dette dette;
 
   /// "=" was typed for a command of the ranked listing. It outlives its word, which may be refused, and
   /// even a consultation: the next number is a rank all the same, until a command is executed or

@@ -6,6 +6,7 @@
 #include <array>
 
 namespace premiers {
+inline namespace arithmetique {
 
 namespace {
 
@@ -88,4 +89,5 @@ std::uint64_t compter_bits(std::span<const std::uint8_t> octets) {
   return boucle(octets);
 }
 
+}  // namespace arithmetique
 }  // namespace premiers

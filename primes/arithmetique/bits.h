@@ -13,6 +13,7 @@
 #include "primes/arithmetique/roue.h"
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// The `n` bytes (1 to 8) at `octets` as a word, first byte lowest, missing bytes 0.
 inline std::uint64_t lire_mot(const std::uint8_t* octets, std::size_t n = 8) {
@@ -108,4 +109,5 @@ Versions<decltype(&compter_par_ligne)> versions_de_compter_par_ligne();
 std::uint64_t compter_bits(std::span<const std::uint8_t> octets);
 Versions<decltype(&compter_bits)> versions_de_compter_bits();
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 namespace premiers {
+inline namespace arithmetique {
 
 __extension__ typedef unsigned __int128 Entier128;
 
@@ -35,4 +36,5 @@ constexpr int zeros_finals(Entier128 x) {
   return bas(x) != 0 ? zeros_finals(bas(x)) : 64 + zeros_finals(haut(x));
 }
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -7,6 +7,7 @@
 #include <gmp.h>
 
 namespace premiers {
+inline namespace arithmetique {
 
 static_assert(sizeof(NTL::ZZ_limb_t) == sizeof(mp_limb_t), "NTL is built on GMP");
 
@@ -33,4 +34,5 @@ inline NTL::ZZ en_zz(const EntierGmp& x) {
   return n;
 }
 
+}  // namespace arithmetique
 }  // namespace premiers

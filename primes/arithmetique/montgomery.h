@@ -14,6 +14,7 @@
 #include "primes/arithmetique/entier128.h"
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// 1 / n modulo 2^64 for odd n. Newton's iteration doubles the number of good bits: 5, 10, ... 80.
 constexpr std::uint64_t inverse_2_64(std::uint64_t n) {
@@ -88,4 +89,5 @@ struct Montgomery64 {
   constexpr Entier sortir(Entier residu) const { return produit(residu, 1); }
 };
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -14,6 +14,7 @@
 #include "primes/arithmetique/montgomery.h"
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// The ring Z/nZ for odd n, 3 <= n < 2^128. Every residue is kept in [0, n).
 struct Montgomery128 {
@@ -60,4 +61,5 @@ struct Montgomery128 {
   constexpr Entier sortir(Entier residu) const { return produit(residu, 1); }
 };
 
+}  // namespace arithmetique
 }  // namespace premiers

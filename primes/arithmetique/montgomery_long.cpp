@@ -11,6 +11,7 @@
 #include "primes/arithmetique/retenues.h"
 
 namespace premiers {
+inline namespace arithmetique {
 namespace {
 
 using Residu = MontgomeryLong::Residu;
@@ -122,4 +123,5 @@ MontgomeryLong::Nombres MontgomeryLong::lire(const Residu& x) const {
   return {NTL::MulMod(mots % n, r_inverse, n)};
 }
 
+}  // namespace arithmetique
 }  // namespace premiers

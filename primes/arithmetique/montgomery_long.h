@@ -19,6 +19,7 @@
 #include <cstdint>
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// The ring Z/nZ for odd n. Arguments of `somme`, `difference` and the like must be products (or
 /// entered numbers); those of `produit` may be anything that these functions give. A result may be
@@ -86,4 +87,5 @@ struct MontgomeryLong {
   Noyaux noyaux;
 };
 
+}  // namespace arithmetique
 }  // namespace premiers

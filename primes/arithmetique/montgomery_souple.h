@@ -11,6 +11,7 @@
 #include "primes/arithmetique/montgomery.h"
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// The ring of `Montgomery`, for n < 2^(w-4), w being its word's 64 or 128 bits. The arguments of
 /// `somme` and `difference` must be products (or residues of `entrer`); those of `produit` and
@@ -40,4 +41,5 @@ struct MontgomerySouple {
   constexpr Entier entrer(std::uint64_t x) const { return strict.entrer(x); }
 };
 
+}  // namespace arithmetique
 }  // namespace premiers

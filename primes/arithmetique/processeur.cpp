@@ -6,6 +6,7 @@
 #include <utility>
 
 namespace premiers {
+inline namespace arithmetique {
 
 namespace {
 
@@ -75,4 +76,5 @@ std::string nommer(Instructions ensemble) {
   return r.empty() ? "portable" : r;
 }
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -18,6 +18,7 @@
 #include <string>
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// A set of instructions beyond those that all processors of the family have: one bit each.
 using Instructions = std::uint32_t;
@@ -86,4 +87,5 @@ struct Pour<corps> {
 #endif
 };
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -40,6 +40,7 @@
 #endif
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// 1. floor(n / d), n < 2^52, 0 < d < 2^52.
 [[gnu::always_inline]] inline std::uint64_t quotient_direct(std::uint64_t n, std::uint64_t d) {
@@ -181,4 +182,5 @@ inline constexpr double arrondi_entier = 3 * static_cast<double>(std::uint64_t{1
 
 #endif
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -7,6 +7,7 @@
 #include <cmath>
 
 namespace premiers {
+inline namespace arithmetique {
 namespace {
 
 template <class Entier>
@@ -51,4 +52,5 @@ bool est_carre(Entier128 n) {
 std::uint64_t pgcd(std::uint64_t a, std::uint64_t n) { return pgcd_binaire(a, n); }
 Entier128 pgcd(Entier128 a, Entier128 n) { return pgcd_binaire(a, n); }
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -8,6 +8,7 @@
 #include "primes/arithmetique/entier128.h"
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// floor(sqrt(n)), exact for every n.
 inline std::uint64_t racine_carree(std::uint64_t n) {
@@ -29,4 +30,5 @@ bool est_carre(Entier128 n);
 std::uint64_t pgcd(std::uint64_t a, std::uint64_t n);
 Entier128 pgcd(Entier128 a, Entier128 n);
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -11,6 +11,7 @@
 #include "primes/arithmetique/entier128.h"
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// One word of a sum or of a difference; the carry or borrow, 0 or 1, goes in and out. Compilers do
 /// not see the machine's own instruction in the plain form: sums of five words then take 12 ns
@@ -38,4 +39,5 @@ inline std::uint64_t retrancher_mot(unsigned char& emprunt, std::uint64_t a, std
 #endif
 }
 
+}  // namespace arithmetique
 }  // namespace premiers

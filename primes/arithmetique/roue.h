@@ -11,6 +11,7 @@
 #include <cstdint>
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// The residues coprime to 30, in increasing order; the index is the bit number in a byte.
 inline constexpr std::array<std::uint8_t, 8> residus{1, 7, 11, 13, 17, 19, 23, 29};
@@ -69,4 +70,5 @@ struct Croix {
 static_assert(sans_drapeau(1) == 0xFE && sans_drapeau(59) == 0x7F);
 static_assert(ecarts[0] == 6 && ecarts[7] == 2 && valeurs_bits[63] == 239);
 
+}  // namespace arithmetique
 }  // namespace premiers

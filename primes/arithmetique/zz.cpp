@@ -8,6 +8,7 @@
 #include "primes/arithmetique/gmp_zz.h"
 
 namespace premiers {
+inline namespace arithmetique {
 namespace {
 
 template <class Entier>
@@ -45,4 +46,5 @@ std::string en_decimal(const NTL::ZZ& n) {
   return texte;
 }
 
+}  // namespace arithmetique
 }  // namespace premiers

@@ -12,6 +12,7 @@
 #include "primes/arithmetique/entier128.h"
 
 namespace premiers {
+inline namespace arithmetique {
 
 /// The integer n as a ZZ.
 NTL::ZZ en_zz(std::uint64_t n);
@@ -38,4 +39,5 @@ inline NTL::ZZ pgcd(const NTL::ZZ& a, const NTL::ZZ& n) { return NTL::GCD(a, n);
 /// The decimal digits of n, after a minus sign if it is negative.
 std::string en_decimal(const NTL::ZZ& n);
 
+}  // namespace arithmetique
 }  // namespace premiers

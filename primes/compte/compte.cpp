@@ -27,7 +27,7 @@
 #include "primes/compte/p2.h"
 #include "primes/compte/phi.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -56,4 +56,4 @@ std::uint64_t nombre_premiers(std::uint64_t x, const Suivi& suivi) {
   return phi + plan.nombre() - 1 - compte_p2(plan, etape(suivi, 0.84, 1.0));
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -24,7 +24,7 @@
 #include "primes/compte/segment.h"
 #include "primes/compte/table_facteurs.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -192,4 +192,4 @@ std::uint64_t feuilles_difficiles(const Plan& plan, const Suivi& suivi) {
   return a.somme;
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

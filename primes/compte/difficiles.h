@@ -7,7 +7,7 @@
 #include "primes/compte/tables.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 /// The sum of -mu(m) phi(x / (m q), pi(q) - 1), modulo 2^64, over all pairs of a prime q in ]19, y]
 /// and an m <= z, m q > z, made of distinct primes in ]q, y], for which x / (m q) >= q^2.
@@ -15,4 +15,4 @@ namespace premiers {
 /// leaves; memory 0.42 z bytes and 40 bytes for each prime up to x^(1/4).
 std::uint64_t feuilles_difficiles(const Plan& plan, const Suivi& suivi = {});
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -28,7 +28,7 @@
 #include "primes/arithmetique/racines.h"
 #include "primes/compte/phi.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -158,7 +158,7 @@ std::uint64_t feuilles_par(const Plan& plan, const Suivi& suivi) {
   for (const Rangee& r : devis.rangees) total += r.haut - r.bas;
 
   std::uint64_t cases = racine_carree(plan.x) / 240 + 1;
-  Fenetres fenetres(0, 240 * cases - 1);
+  crible::Fenetres fenetres(0, 240 * cases - 1);
   TablePi fenetre;
   std::uint64_t faites = 0;
   std::uint64_t appel = feuilles_par_appel;
@@ -193,4 +193,4 @@ std::uint64_t feuilles_faciles(const Plan& plan, const Suivi& suivi) {
   return choisir(versions_de_feuilles_faciles()).boucle(plan, suivi);
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -8,7 +8,7 @@
 #include "primes/compte/tables.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 /// The sum of -mu(m) phi(x / (m q), pi(q) - 1), modulo 2^64, over all pairs of a prime q in ]19, y]
 /// and an m <= z, m q > z, made of distinct primes in ]q, y], for which x / (m q) < q^2.
@@ -16,4 +16,4 @@ namespace premiers {
 std::uint64_t feuilles_faciles(const Plan& plan, const Suivi& suivi = {});
 Versions<decltype(&feuilles_faciles)> versions_de_feuilles_faciles();
 
-}  // namespace premiers
+}  // namespace premiers::compte

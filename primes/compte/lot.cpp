@@ -13,7 +13,7 @@
 #include "primes/arithmetique/quotient.h"
 #include "primes/compte/roue2310.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -115,4 +115,4 @@ constexpr Version<BouclesDuLot> versions[] = {
 
 Versions<BouclesDuLot> versions_du_lot() { return versions; }
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -15,7 +15,7 @@
 
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 struct Lot {
   /// Entries of a table that one lot takes.
@@ -40,4 +40,4 @@ struct BouclesDuLot {
 };
 Versions<BouclesDuLot> versions_du_lot();
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -14,7 +14,7 @@
 #include "primes/arithmetique/quotient.h"
 #include "primes/arithmetique/racines.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 std::uint64_t compte_lucy(std::uint64_t x) {
   if (x < 3) return x == 2;
@@ -41,4 +41,4 @@ std::uint64_t compte_lucy(std::uint64_t x) {
   return grands[0];
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

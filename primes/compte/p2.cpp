@@ -17,7 +17,7 @@
 #include "primes/crible/fenetres.h"
 #include "primes/crible/premiers_jusqu_a.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -36,7 +36,7 @@ struct Descente {
     premiers.clear();
     while (premiers.empty() && fin > y) {
       const std::uint64_t debut = std::max(y, fin - std::min(fin, entiers_par_lot)) + 1;
-      pour_les_premiers(debut, fin, {}, [this](std::uint64_t p) {
+      crible::pour_les_premiers(debut, fin, {}, [this](std::uint64_t p) {
         premiers.push_back(static_cast<std::uint32_t>(p));
       });
       fin = debut - 1;
@@ -51,7 +51,7 @@ struct Montee {
   Montee(std::uint64_t sommet, const Suivi& rapport)
       : fenetres(0, sommet / 240 * 240 + 239), suivi(rapport) {}
 
-  Fenetres fenetres;
+  crible::Fenetres fenetres;
   const Suivi& suivi;
   std::span<const std::uint8_t> octets{};
   std::uint64_t origine = 0;  // the integer that the segment starts at
@@ -125,4 +125,4 @@ std::uint64_t compte_p2(const Plan& plan, const Suivi& suivi) {
   return choisir(versions_de_compte_p2()).boucle(plan, suivi);
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -62,4 +62,4 @@ std::uint64_t feuilles_ordinaires(const Plan& plan) {
   return phi_8(plan.x) + feuilles(plan, rang_phi + 1, 1, 1);
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

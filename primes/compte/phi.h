@@ -7,7 +7,7 @@
 
 #include "primes/compte/tables.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 /// The ordinary leaves stop at the first eight primes (2 .. 19). Sensible: 7 to 10. One more halves
 /// the speed of phi and takes about z / 7 leaves from the hard ones; 8 and 9 measured equal.
@@ -20,4 +20,4 @@ std::uint64_t phi_8(std::uint64_t x);
 /// ]19, y], modulo 2^64. Time O(z).
 std::uint64_t feuilles_ordinaires(const Plan& plan);
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace premiers {
+namespace premiers::compte {
 
 /// The integers coprime to 2310, numbered from 0 (for 1) on.
 struct Roue2310 {
@@ -42,4 +42,4 @@ struct Roue2310 {
   }();
 };
 
-}  // namespace premiers
+}  // namespace premiers::compte

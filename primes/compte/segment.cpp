@@ -7,7 +7,7 @@
 
 #include "primes/compte/tables.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 Motif::Motif(std::span<const std::uint32_t> facteurs) {
   for (const std::uint32_t p : facteurs) periode *= p;
@@ -49,4 +49,4 @@ std::uint64_t Compteur::operator()(std::span<const Question> questions) {
   return somme;
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -14,7 +14,7 @@
 
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 /// The flags of the integers without some small prime factors: words that repeat after `periode`,
 /// continued by one block so that no block wraps.
@@ -99,4 +99,4 @@ struct Compteur {
   std::uint32_t avant_ = 0;  // and the flags before it
 };
 
-}  // namespace premiers
+}  // namespace premiers::compte

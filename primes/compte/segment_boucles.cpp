@@ -22,7 +22,7 @@
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/quotient.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -262,4 +262,4 @@ void SegmentCompte::commencer(const Motif& a, const Motif& b) {
   poser(b);
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -7,7 +7,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/compte/segment.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 namespace {
 
@@ -109,4 +109,4 @@ void SegmentCompte::rayer(Multiple& multiple) {
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

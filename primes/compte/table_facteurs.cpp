@@ -9,7 +9,7 @@
 
 #include "primes/compte/roue2310.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 TableFacteurs::TableFacteurs(const std::vector<std::uint32_t>& premiers, std::uint64_t z) {
   constexpr std::uint16_t vierge = std::numeric_limits<std::uint16_t>::max();
@@ -37,4 +37,4 @@ TableFacteurs::TableFacteurs(const std::vector<std::uint32_t>& premiers, std::ui
   std::replace(entrees.begin(), entrees.end(), vierge, std::uint16_t{0});
 }
 
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace premiers {
+namespace premiers::compte {
 
 /// The entries. Memory 0.42 z bytes, time O(z log log z).
 struct TableFacteurs {
@@ -25,4 +25,4 @@ struct TableFacteurs {
   std::vector<std::uint16_t> entrees;
 };
 
-}  // namespace premiers
+}  // namespace premiers::compte

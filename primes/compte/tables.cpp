@@ -8,15 +8,15 @@
 #include "primes/arithmetique/entier128.h"
 #include "primes/crible/premiers_jusqu_a.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 TablePi::TablePi(std::uint64_t borne) {
   const std::uint64_t nombre = borne / 240 + 1;
-  Fenetres fenetres(0, 240 * nombre - 1);
+  crible::Fenetres fenetres(0, 240 * nombre - 1);
   avancer(fenetres, nombre);
 }
 
-void TablePi::avancer(Fenetres& fenetres, std::size_t nombre) {
+void TablePi::avancer(crible::Fenetres& fenetres, std::size_t nombre) {
   debut_ = fin();
   cases_.resize(nombre);
   auto ici = cases_.begin();
@@ -30,7 +30,7 @@ void TablePi::avancer(Fenetres& fenetres, std::size_t nombre) {
 }
 
 std::vector<std::uint32_t> premiers_par_rang(std::uint64_t borne) {
-  std::vector<std::uint32_t> premiers = premiers_jusqu_a(borne);
+  std::vector<std::uint32_t> premiers = crible::premiers_jusqu_a(borne);
   premiers.insert(premiers.begin(), 0);
   return premiers;
 }
@@ -51,4 +51,4 @@ std::uint64_t verifier(std::uint64_t x, std::uint64_t y, std::uint64_t z) {
 Plan::Plan(std::uint64_t x_, std::uint64_t y_, std::uint64_t z_)
     : x(x_), y(verifier(x_, y_, z_)), z(z_), premiers(premiers_par_rang(y_)), pi(y_) {}
 
-}  // namespace premiers
+}  // namespace premiers::compte

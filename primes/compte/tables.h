@@ -12,7 +12,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/fenetres.h"
 
-namespace premiers {
+namespace premiers::compte {
 
 /// pi(n) for n in a window of integers, from a word of flags and the count before it for every 240
 /// integers: 16 bytes for 240 integers, one cache line touched by a look-up.
@@ -24,7 +24,7 @@ struct TablePi {
   explicit TablePi(std::uint64_t borne);
 
   /// Moves the window on to the next `nombre` words, right after the present window.
-  void avancer(Fenetres& fenetres, std::size_t nombre);
+  void avancer(crible::Fenetres& fenetres, std::size_t nombre);
 
   /// The window is [debut(), fin()).
   std::uint64_t debut() const { return debut_; }
@@ -74,4 +74,4 @@ struct Plan {
   std::uint64_t nombre() const { return premiers.size() - 1; }  // pi(y)
 };
 
-}  // namespace premiers
+}  // namespace premiers::compte

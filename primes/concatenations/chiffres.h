@@ -9,7 +9,7 @@
 
 #include "primes/crible/decades.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 /// Sets of digits, as ten bits.
 using Chiffres = unsigned;
@@ -20,7 +20,8 @@ inline constexpr auto en_chiffres = [] {
   std::array<std::uint16_t, 16> t{};
   for (std::size_t touches = 0; touches < 16; ++touches) {
     for (std::size_t i = 0; i < 4; ++i) {
-      if ((touches >> i & 1) != 0) t[touches] |= static_cast<std::uint16_t>(1U << finales[i]);
+      if ((touches >> i & 1) != 0)
+        t[touches] |= static_cast<std::uint16_t>(1U << crible::finales[i]);
     }
   }
   return t;
@@ -35,4 +36,4 @@ inline constexpr auto masques = [] {
   return t;
 }();
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

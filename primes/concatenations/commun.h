@@ -9,13 +9,13 @@
 #include "primes/crible/decades.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 struct Commun {
   const Recherche& recherche;
   const Gardes& gardes;
   const Examens& examens;
-  const Decades& decades;
+  const crible::Decades& decades;
   const Suivi& suivi;
   double dizaines_en_tout;
 
@@ -46,4 +46,4 @@ struct Commun {
   static constexpr unsigned une_milliseconde = 20'000;
 };
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -12,7 +12,7 @@
 #include "primes/concatenations/tailles.h"
 #include "primes/crible/decades.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 namespace {
 
@@ -59,11 +59,11 @@ std::uint64_t chercher_concatenations(const Recherche& recherche, const Gardes& 
     throw std::invalid_argument("chercher_concatenations");
   }
   // What comes before the search proper counts for nothing.
-  const Decades decades(limite_des_decades(recherche), etape(suivi, 0, 0));
+  const crible::Decades decades(limite_des_decades(recherche), etape(suivi, 0, 0));
   const NTL::ZZ dizaines = recherche.fin / 10 - recherche.debut / 10 + 1;
   Commun commun{recherche, gardes, examens, decades, suivi, NTL::conv<double>(dizaines)};
   parcourir_la_recherche(commun);
   return commun.retenus;
 }
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -14,7 +14,7 @@
 
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 struct Recherche {
   NTL::ZZ debut;  ///< 1 <= debut <= fin, both included,
@@ -51,4 +51,4 @@ using Examens =
 std::uint64_t chercher_concatenations(const Recherche& recherche, const Gardes& gardes,
                                       const Examens& examens = {}, const Suivi& suivi = {});
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -5,7 +5,7 @@
 #include "primes/arithmetique/zz.h"
 #include "primes/primalite/primalite.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 namespace {
 
@@ -18,7 +18,7 @@ std::vector<std::size_t> longueurs_premieres(std::string_view chiffres, std::siz
   NTL::ZZ morceau;
   for (std::size_t u = 1; u <= chiffres.size() - t; ++u) {
     morceau = 10 * morceau + (chiffres[t + u - 1] - '0');
-    if (est_premier(morceau)) longueurs.push_back(u);
+    if (primalite::est_premier(morceau)) longueurs.push_back(u);
     if (suivi) suivi((avant + static_cast<double>(u)) / (n * (n + 1) / 2));
   }
   return longueurs;
@@ -48,4 +48,4 @@ Decoupe decouper(const NTL::ZZ& N, const Suivi& suivi) {
   return decoupe;
 }
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -16,7 +16,7 @@
 
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 /// The value of a string of digits; 0 for the empty one. Leading zeros vanish.
 NTL::ZZ valeur_des_chiffres(std::string_view chiffres);
@@ -59,4 +59,4 @@ void parcourir_chemins(const Decoupe& decoupe, F f) {
   continuer(continuer, 0, ouvre.size());
 }
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

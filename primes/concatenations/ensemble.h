@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace premiers {
+namespace premiers::concatenations {
 
 /// A set of integers below `capacite`.
 template <std::size_t capacite>
@@ -42,4 +42,4 @@ struct Ensemble {
   std::array<std::uint64_t, (capacite + 63) / 64> mots{};
 };
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-namespace premiers {
+namespace premiers::concatenations {
 
 namespace {
 
@@ -90,4 +90,4 @@ void Examen<Taille>::dire(std::string& chiffres, std::size_t d, Morceaux morceau
 template struct Examen<Petits>;
 template struct Examen<Grands>;
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -15,7 +15,7 @@
 #include "primes/concatenations/noeud.h"
 #include "primes/concatenations/report.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 template <typename Taille>
 struct Examen {
@@ -43,4 +43,4 @@ struct Examen {
   std::size_t communs_ = 0;  // the digits shared with the last number that was told
 };
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

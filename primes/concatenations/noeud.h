@@ -11,7 +11,7 @@
 #include "primes/concatenations/tailles.h"
 #include "primes/crible/decades.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 template <typename Taille>
 struct Noeud {
@@ -37,4 +37,4 @@ struct Noeud {
   bool premier(std::size_t d) const { return (premiers >> d & 1) != 0; }
 };
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -6,7 +6,7 @@
 
 #include "primes/primalite/primalite.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 namespace {
 
@@ -19,7 +19,7 @@ bool vaut_une_fenetre(std::uint64_t largeur, std::uint64_t d) {
   constexpr std::uint64_t au_moins = 100'000;
   constexpr double par_nombre = 100;
   const double racine = std::sqrt(10 * static_cast<double>(d));
-  return d <= DecadesGlissantes::derniere_max && largeur >= au_moins &&
+  return d <= crible::DecadesGlissantes::derniere_max && largeur >= au_moins &&
          static_cast<double>(largeur) * par_nombre > racine;
 }
 
@@ -43,7 +43,7 @@ Oracle<Taille>::Oracle(Commun& commun, const std::string& debut, const std::stri
           meme_tete ? fin.substr(place, n - 1 - place) : std::string(n - 1 - place, '9');
       const std::uint64_t d = std::stoull(derniere);
       if (d >= commun.decades.nombre() && vaut_une_fenetre(largeur, d)) {
-        fenetres_[place] = std::make_unique<DecadesGlissantes>(d);
+        fenetres_[place] = std::make_unique<crible::DecadesGlissantes>(d);
       }
     }
   }
@@ -53,9 +53,10 @@ template <typename Taille>
 unsigned Oracle<Taille>::tester(const Valeur& v, Chiffres voulus) {
   commun_.travailler(cout_des_tests(v));
   unsigned t = 0;
-  for (std::size_t i = 0; i < finales.size(); ++i) {
-    const unsigned finale = finales[i];
-    if ((voulus >> finale & 1) != 0 && est_premier(Valeur(10 * v + finale))) t |= 1U << i;
+  for (std::size_t i = 0; i < crible::finales.size(); ++i) {
+    const unsigned finale = crible::finales[i];
+    if ((voulus >> finale & 1) != 0 && primalite::est_premier(Valeur(10 * v + finale)))
+      t |= 1U << i;
   }
   return t;
 }
@@ -63,4 +64,4 @@ unsigned Oracle<Taille>::tester(const Valeur& v, Chiffres voulus) {
 template struct Oracle<Petits>;
 template struct Oracle<Grands>;
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -17,7 +17,7 @@
 #include "primes/concatenations/tailles.h"
 #include "primes/crible/decades.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 template <typename Taille>
 struct Oracle {
@@ -46,7 +46,7 @@ struct Oracle {
 
   Commun& commun_;
   /// For the cuts behind which so long pieces are met in so wide a range that sieving pays.
-  std::array<std::unique_ptr<DecadesGlissantes>, Taille::chiffres_max> fenetres_;
+  std::array<std::unique_ptr<crible::DecadesGlissantes>, Taille::chiffres_max> fenetres_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -17,7 +17,7 @@
 #include "primes/concatenations/tailles.h"
 #include "primes/crible/decades.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 namespace {
 
@@ -171,4 +171,4 @@ void parcourir(Commun& commun, const std::string& debut, const std::string& fin)
 template void parcourir<Petits>(Commun&, const std::string&, const std::string&);
 template void parcourir<Grands>(Commun&, const std::string&, const std::string&);
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -14,11 +14,11 @@
 
 #include "primes/concatenations/commun.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 /// Goes through the numbers debut .. fin, of as many digits as Taille allows at most, both of the same
 /// length.
 template <typename Taille>
 void parcourir(Commun& commun, const std::string& debut, const std::string& fin);
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

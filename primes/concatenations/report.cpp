@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace premiers {
+namespace premiers::concatenations {
 
 template <typename Taille>
 void Report<Taille>::fixer(std::size_t m, const Morceaux& morceaux) {
@@ -49,4 +49,4 @@ void Report<Taille>::couvrir(std::size_t depart) {
 template struct Report<Petits>;
 template struct Report<Grands>;
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -24,7 +24,7 @@
 
 #include "primes/concatenations/tailles.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 /// The entry, and the pieces of the number in hand: those that end with its m-th digit are told
 /// when that digit is set, as the set of the cuts where they begin.
@@ -57,4 +57,4 @@ struct Report {
   bool couverts_communs_ = false;  // couverts_ is right for those of the ten that add no start
 };
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

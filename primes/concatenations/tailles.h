@@ -11,7 +11,7 @@
 #include "primes/concatenations/concatenations.h"
 #include "primes/concatenations/ensemble.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 
 /// 10^19 < 2^64, and a number of 19 digits has at most 2^18 ways.
 struct Petits {
@@ -30,4 +30,4 @@ struct Grands {
 template <typename Taille>
 using Coupures = Ensemble<Taille::chiffres_max + 1>;
 
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <numeric>
 
-namespace premiers {
+namespace premiers::crible {
 
 /// Those of `module`, in increasing order; `nombre` is how many there are (else it does not compile).
 template <typename Entier, std::uint32_t module, std::size_t nombre>
@@ -20,4 +20,4 @@ constexpr std::array<Entier, nombre> cofacteurs() {
   return t;
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

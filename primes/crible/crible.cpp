@@ -11,7 +11,7 @@
 #include "primes/crible/fenetres.h"
 #include "primes/crible/precrible.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -99,4 +99,4 @@ std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& 
   return nombre;
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

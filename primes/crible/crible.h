@@ -25,7 +25,7 @@
 #include "primes/crible/premiers_cribleurs.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// Sieve of Eratosthenes over consecutive segments of bytes (primes/arithmetique/roue.h): bit set =
 /// prime. 2, 3, 5 have no bit; 1 is not prime (bit 0 of byte 0 is clear).
@@ -76,4 +76,4 @@ struct Crible {
 std::uint64_t compter_par_crible(std::uint64_t a, std::uint64_t b, const Suivi& suivi = {},
                                  std::uint64_t memoire = CribleGrand::memoire_max);
 
-}  // namespace premiers
+}  // namespace premiers::crible

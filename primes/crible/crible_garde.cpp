@@ -9,7 +9,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/roue_30030.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -70,10 +70,10 @@ void CribleGarde::rayer(std::span<std::uint8_t> segment) {
     const std::uint64_t k = entree >> ou_k;
     const std::uint64_t indice = entree >> ou_roue & masque_roue;
     const std::uint64_t residu = entree >> ou_residu & 7;
-    const std::uint32_t pas = roue_30030::pas[indice];
-    const auto croix = roue_30030::croix[128 * residu + pas];
+    const std::uint32_t ecart = roue_30030::ecarts[indice];
+    const auto croix = roue_30030::croix[128 * residu + ecart];
     octets[entree & masque_place] &= croix.masque;
-    const std::uint64_t place = (entree & masque_place) + k * (2 * (pas % 16)) + croix.retenue;
+    const std::uint64_t place = (entree & masque_place) + k * (2 * (ecart % 16)) + croix.retenue;
     if (place >= reste) return;
     const std::uint64_t suivant = indice + 1 == roue_30030::nombre ? 0 : indice + 1;
     seaux_.jeter((ici + (place >> log_segment)) & masque,
@@ -90,4 +90,4 @@ void CribleGarde::rayer(std::span<std::uint8_t> segment) {
   debut_ += std::min<std::uint64_t>(taille_segment, reste);
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

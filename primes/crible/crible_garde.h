@@ -21,7 +21,7 @@
 
 #include "primes/crible/seaux.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// The kept sieving primes.
 struct CribleGarde {
@@ -50,4 +50,4 @@ struct CribleGarde {
   Seaux<std::uint64_t> seaux_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

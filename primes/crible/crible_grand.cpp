@@ -7,7 +7,7 @@
 #include "primes/arithmetique/racines.h"
 #include "primes/crible/fenetres.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -107,4 +107,4 @@ void CribleGrand::cribler(std::span<std::uint8_t> octets, const Annonce& annonce
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -18,7 +18,7 @@
 #include "primes/crible/crible_tours.h"
 #include "primes/crible/partage.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 struct Fenetres;
 
@@ -64,4 +64,4 @@ struct CribleGrand {
   std::vector<std::uint8_t> masque_;  // of a segment that is asked for in pieces
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -5,7 +5,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/multiple_initial.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -21,7 +21,7 @@ void cribler_liste(std::vector<Cribleur>& liste, Listes& avancees, std::uint8_t*
     const std::size_t k = c.k;
     std::size_t place = c.place;
     // One multiple, the I-th from here; false if it is beyond the segment.
-    const auto pas = [&]<std::size_t I>() {
+    const auto avancer = [&]<std::size_t I>() {
       constexpr std::size_t cofacteur = (C + I) % 8;
       if (place >= taille) {
         avancees[8 * R + cofacteur].push_back({c.k, static_cast<std::uint32_t>(place - taille)});
@@ -32,7 +32,7 @@ void cribler_liste(std::vector<Cribleur>& liste, Listes& avancees, std::uint8_t*
       return true;
     };
     const auto tour = [&]<std::size_t... I>(std::index_sequence<I...>) {
-      return (pas.template operator()<I>() && ...);
+      return (avancer.template operator()<I>() && ...);
     };
     while (tour(std::make_index_sequence<8>{})) {
     }
@@ -57,4 +57,4 @@ void CribleMoyen::cribler(std::span<std::uint8_t> segment) {
   std::swap(listes, avancees);
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -13,7 +13,7 @@
 #include <span>
 #include <vector>
 
-namespace premiers {
+namespace premiers::crible {
 
 /// The medium sieving primes with the state of the wheel.
 struct CribleMoyen {
@@ -35,4 +35,4 @@ struct CribleMoyen {
   Listes avancees;  // what has gone past its end
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

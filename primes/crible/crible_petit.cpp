@@ -9,7 +9,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/precrible.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -127,4 +127,4 @@ void CriblePetit::cribler(std::span<std::uint8_t> octets, std::uint64_t octet) {
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -17,7 +17,7 @@
 #include <span>
 #include <vector>
 
-namespace premiers {
+namespace premiers::crible {
 
 /// The small sieving primes, one list for each residue of p mod 30.
 struct CriblePetit {
@@ -42,4 +42,4 @@ struct CriblePetit {
   Listes par_segment_;  // the larger ones
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

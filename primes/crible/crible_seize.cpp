@@ -8,7 +8,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/multiple_initial.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -64,4 +64,4 @@ void CribleSeize::cribler(std::span<std::uint8_t> segment) {
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -19,7 +19,7 @@
 
 #include "primes/crible/marche.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// Sieving primes in rows.
 struct CribleSeize {
@@ -52,4 +52,4 @@ struct CribleSeize {
   std::vector<std::uint32_t> multiples_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

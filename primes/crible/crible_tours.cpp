@@ -10,7 +10,7 @@
 #include "primes/crible/crible_garde.h"
 #include "primes/crible/fenetres.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -133,4 +133,4 @@ void CribleTours::rayer(std::span<std::uint8_t> segment) {
   });
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

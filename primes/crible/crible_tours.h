@@ -26,7 +26,7 @@
 #include "primes/crible/seaux.h"
 #include "primes/crible/touches.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 struct Crible;
 
@@ -79,4 +79,4 @@ struct CribleTours {
   std::vector<std::uint32_t> multiples_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

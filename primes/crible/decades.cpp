@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace premiers {
+namespace premiers::crible {
 
 Decades::Decades(std::uint64_t limite, const Suivi& suivi) {
   const std::size_t taille = limite / 30 + 1;
@@ -38,4 +38,4 @@ void DecadesGlissantes::glisser(std::uint64_t d, const Suivi& suivi) {
   octets_ = fenetres_->octets();
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -20,7 +20,7 @@
 #include "primes/crible/fenetres.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// The last digits of the primes above 5. A set of them is four bits, in this order.
 inline constexpr std::array<std::uint8_t, 4> finales{1, 3, 7, 9};
@@ -85,4 +85,4 @@ struct DecadesGlissantes {
   std::uint64_t fin_ = 0;
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

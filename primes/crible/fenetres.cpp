@@ -6,7 +6,7 @@
 
 #include "primes/arithmetique/bits.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -54,4 +54,4 @@ bool Fenetres::suivante_avant(std::uint64_t arret, const Suivi& suivi) {
   return true;
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

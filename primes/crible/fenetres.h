@@ -21,7 +21,7 @@
 #include "primes/suivi/suivi.h"
 #include "systeme/grandes_pages.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// How the windows are sieved; what is not said is left to the sieve.
 struct ChoixDesFenetres {
@@ -59,4 +59,4 @@ struct Fenetres {
   systeme::GrandesPages tampon_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

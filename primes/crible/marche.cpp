@@ -11,7 +11,7 @@
 #include <immintrin.h>
 #endif
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -255,4 +255,4 @@ std::size_t marcher(Marcheurs& m, std::size_t nombre, std::size_t residu, std::u
   return boucle(m, nombre, residu, taille, sortie);
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -21,7 +21,7 @@
 #include "primes/arithmetique/processeur.h"
 #include "primes/crible/cofacteurs.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace roue_210 {
 
@@ -67,4 +67,4 @@ std::size_t marcher(Marcheurs& m, std::size_t nombre, std::size_t residu, std::u
                     std::uint32_t* sortie);
 Versions<decltype(&marcher)> versions_de_marcher();
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -8,7 +8,7 @@
 
 #include "primes/arithmetique/roue.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// A multiple p * q, as the sieve needs it.
 struct MultipleInitial {
@@ -27,4 +27,4 @@ inline MultipleInitial multiple_initial(std::uint32_t p, std::uint64_t octet) {
   return {(p * q - debut) / 30, i};
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -10,7 +10,7 @@
 #include "primes/crible/crible_garde.h"
 #include "systeme/memoire.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -96,4 +96,4 @@ Partage partager_selon_le_systeme(std::uint64_t octet, std::uint64_t octet_fin,
   return p.memoire <= libre ? p : partager(octet, octet_fin, plus_petit, libre);
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -19,7 +19,7 @@
 
 #include <cstdint>
 
-namespace premiers {
+namespace premiers::crible {
 
 /// What is done with the large primes of a window.
 struct Partage {
@@ -43,4 +43,4 @@ Partage partager(std::uint64_t octet, std::uint64_t octet_fin, std::uint64_t plu
 Partage partager_selon_le_systeme(std::uint64_t octet, std::uint64_t octet_fin,
                                   std::uint64_t plus_petit, std::uint64_t memoire);
 
-}  // namespace premiers
+}  // namespace premiers::crible

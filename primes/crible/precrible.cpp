@@ -9,7 +9,7 @@
 
 #include "primes/arithmetique/roue.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -151,4 +151,4 @@ void precribler(std::span<std::uint8_t> octets, std::uint64_t octet_initial) {
   boucle(octets, octet_initial);
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

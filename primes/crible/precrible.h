@@ -13,7 +13,7 @@
 
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// The largest prime whose multiples `precribler` crosses off.
 inline constexpr std::uint32_t dernier_precrible = 163;
@@ -23,4 +23,4 @@ inline constexpr std::uint32_t dernier_precrible = 163;
 void precribler(std::span<std::uint8_t> octets, std::uint64_t octet_initial);
 Versions<decltype(&precribler)> versions_de_precribler();
 
-}  // namespace premiers
+}  // namespace premiers::crible

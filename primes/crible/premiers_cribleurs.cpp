@@ -9,7 +9,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/fenetres.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -63,4 +63,4 @@ std::span<const std::uint8_t> PremiersCribleurs::suivants(std::uint64_t octet_fi
   return fenetres->octets();
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

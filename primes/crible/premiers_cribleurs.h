@@ -11,7 +11,7 @@
 #include <memory>
 #include <span>
 
-namespace premiers {
+namespace premiers::crible {
 
 struct Fenetres;
 
@@ -28,4 +28,4 @@ struct PremiersCribleurs {
   std::unique_ptr<Fenetres> fenetres;
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

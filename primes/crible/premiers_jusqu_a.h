@@ -15,7 +15,7 @@
 #include "primes/crible/fenetres.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// Calls f(p) for the primes p in [a, b] in increasing order, 7 <= a; nothing if b < a. `suivi` hears
 /// nothing but 0.
@@ -40,4 +40,4 @@ inline std::vector<std::uint32_t> premiers_jusqu_a(std::uint64_t b, const Suivi&
   return liste;
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

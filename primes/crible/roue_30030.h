@@ -18,7 +18,7 @@
 #include "primes/arithmetique/roue.h"
 #include "primes/crible/cofacteurs.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace roue_30030 {
 
@@ -45,7 +45,7 @@ inline constexpr std::array<std::uint16_t, module / 2> suivants = [] {
 inline constexpr std::uint32_t plus_long_pas = 22;
 
 /// By index of the value: the index of its residue mod 30, times 16, and half the step to the next.
-inline constexpr std::array<std::uint8_t, nombre> pas = [] {
+inline constexpr std::array<std::uint8_t, nombre> ecarts = [] {
   std::array<std::uint8_t, nombre> t{};
   for (std::size_t i = 0; i < nombre; ++i) {
     const std::uint32_t suivante = i + 1 < nombre ? valeurs[i + 1] : module + valeurs[0];
@@ -62,7 +62,7 @@ struct Croix {
   std::uint8_t retenue;
 };
 
-/// By index of p mod 30, times 128, and the entry of `pas`.
+/// By index of p mod 30, times 128, and the entry of `ecarts`.
 inline constexpr std::array<Croix, 1024> croix = [] {
   std::array<Croix, 1024> t{};
   for (std::size_t i = 0; i < t.size(); ++i) {
@@ -91,4 +91,4 @@ inline Cofacteur a_partir_de(std::uint64_t q) {
 
 }  // namespace roue_30030
 
-}  // namespace premiers
+}  // namespace premiers::crible

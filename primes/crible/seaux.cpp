@@ -2,7 +2,7 @@
 // How the store of blocks grows.
 #include "primes/crible/seaux.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -20,4 +20,4 @@ void Blocs::agrandir() {
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -19,7 +19,7 @@
 
 #include "systeme/grandes_pages.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// The store of blocks.
 struct Blocs {
@@ -100,4 +100,4 @@ struct Seaux {
   Blocs blocs_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -15,7 +15,7 @@
 #include <immintrin.h>
 #endif
 
-namespace premiers {
+namespace premiers::crible {
 
 namespace {
 
@@ -180,16 +180,43 @@ struct Huit {
   return {pas, _mm512_mask_add_epi64(m, trop_bas, m, pas), _mm512_maskz_cvttpd_epi64(0xFF, h)};
 }
 
+/// Bit h mod 64 of word h / 64 of `premiers_a_105` in each lane of `dedans`: is the cofactor of use?
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] inline __mmask8 utiles(__mmask8 dedans,
+                                                                           __m512i h) {
+  const __m512i table = _mm512_loadu_si512(premiers_a_105.data());
+  const __m512i mots =
+      _mm512_maskz_permutexvar_epi64(0xFF, _mm512_maskz_srli_epi64(0xFF, h, 6), table);
+  const __m512i decales =
+      _mm512_maskz_srlv_epi64(0xFF, mots, _mm512_and_epi64(h, _mm512_set1_epi64(63)));
+  return _mm512_mask_test_epi64_mask(dedans, decales, _mm512_set1_epi64(1));
+}
+
+/// Two bits for each odd remainder modulo 30 that is prime to it, from the lowest on: its index.
+constexpr std::uint64_t indices_des_restes = [] {
+  std::uint64_t t = 0;
+  for (std::uint64_t i = 0; i < 8; ++i) t |= i << (2 * (residus[i] - 1));
+  return t;
+}();
+
+/// The bits of eight multiples in the window, which are below 2^32 and prime to 30.
+[[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] inline __m256i numeros_de_bits(__m512i m) {
+  // m / 30 = m (2^36 / 30) / 2^36 for m < 2^32
+  const __m512i par_30 = _mm512_set1_epi64(0x88888889);
+  const __m512i octet = _mm512_maskz_srli_epi64(0xFF, _mm512_maskz_mul_epu32(0xFF, m, par_30), 36);
+  const __m512i reste =
+      _mm512_sub_epi64(m, _mm512_maskz_mul_epu32(0xFF, octet, _mm512_set1_epi64(30)));
+  const __m512i place =
+      _mm512_maskz_slli_epi64(0xFF, _mm512_sub_epi64(reste, _mm512_set1_epi64(1)), 1);
+  const __m512i indices = _mm512_set1_epi64(static_cast<std::int64_t>(indices_des_restes));
+  const __m512i bit =
+      _mm512_and_epi64(_mm512_maskz_srlv_epi64(0xFF, indices, place), _mm512_set1_epi64(7));
+  return _mm512_maskz_cvtepi64_epi32(0xFF,
+                                     _mm512_or_epi64(_mm512_maskz_slli_epi64(0xFF, octet, 3), bit));
+}
+
 [[gnu::target("avx512f,avx512dq,avx512vl,popcnt")]] std::size_t multiples_avx512(
     std::span<const std::uint32_t> candidats, const Fenetre& fenetre, std::uint32_t* sortie) {
   const __m512i largeur = _mm512_set1_epi64(static_cast<std::int64_t>(fenetre.fin - fenetre.debut));
-  const __m512i table = _mm512_loadu_si512(premiers_a_105.data());
-  const __m512i un = _mm512_set1_epi64(1);
-  // m / 30 = m (2^36 / 30) / 2^36 for m < 2^32; the bit of an odd m from four bits for m mod 30.
-  const __m512i par_30 = _mm512_set1_epi64(0x88888889);
-  std::uint64_t bits_de_restes = 0;
-  for (std::size_t i = 0; i < 8; ++i) bits_de_restes |= std::uint64_t{i} << (2 * (residus[i] - 1));
-  const __m512i bits = _mm512_set1_epi64(static_cast<std::int64_t>(bits_de_restes));
   std::size_t nombre = 0;
   for (std::size_t i = 0; i < candidats.size(); i += 8) {
     const std::size_t n = std::min<std::size_t>(candidats.size() - i, 8);
@@ -199,26 +226,12 @@ struct Huit {
     for (;;) {
       const __mmask8 dedans = _mm512_mask_cmplt_epu64_mask(valides, x.multiple, largeur);
       if (dedans == 0) break;
-      const __m512i mot =
-          _mm512_maskz_permutexvar_epi64(0xFF, _mm512_maskz_srli_epi64(0xFF, x.h, 6), table);
-      const __m512i decale =
-          _mm512_maskz_srlv_epi64(0xFF, mot, _mm512_and_epi64(x.h, _mm512_set1_epi64(63)));
-      const __mmask8 utile = _mm512_mask_test_epi64_mask(dedans, decale, un);
-      const __m512i octet =
-          _mm512_maskz_srli_epi64(0xFF, _mm512_maskz_mul_epu32(0xFF, x.multiple, par_30), 36);
-      const __m512i reste =
-          _mm512_sub_epi64(x.multiple, _mm512_maskz_mul_epu32(0xFF, octet, _mm512_set1_epi64(30)));
-      const __m512i bit = _mm512_and_epi64(
-          _mm512_maskz_srlv_epi64(0xFF, bits,
-                                  _mm512_maskz_slli_epi64(0xFF, _mm512_sub_epi64(reste, un), 1)),
-          _mm512_set1_epi64(7));
-      const __m512i entree = _mm512_or_epi64(_mm512_maskz_slli_epi64(0xFF, octet, 3), bit);
-      _mm256_storeu_si256(
-          reinterpret_cast<__m256i*>(sortie + nombre),
-          _mm256_maskz_compress_epi32(utile, _mm512_maskz_cvtepi64_epi32(0xFF, entree)));
+      const __mmask8 utile = utiles(dedans, x.h);
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(sortie + nombre),
+                          _mm256_maskz_compress_epi32(utile, numeros_de_bits(x.multiple)));
       nombre += static_cast<std::size_t>(std::popcount(static_cast<unsigned>(utile)));
       x.multiple = _mm512_add_epi64(x.multiple, x.pas);
-      const __m512i h = _mm512_add_epi64(x.h, un);
+      const __m512i h = _mm512_add_epi64(x.h, _mm512_set1_epi64(1));
       x.h = _mm512_maskz_min_epu64(0xFF, h, _mm512_sub_epi64(h, _mm512_set1_epi64(periode)));
     }
   }
@@ -261,4 +274,4 @@ std::size_t multiples(std::span<const std::uint32_t> candidats, const Fenetre& f
   return boucle(candidats, fenetre, sortie);
 }
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -18,7 +18,7 @@
 
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers {
+namespace premiers::crible {
 
 /// A window of integers [debut, fin), 0 < debut < fin <= 2^64.
 struct Fenetre {
@@ -42,4 +42,4 @@ std::size_t multiples(std::span<const std::uint32_t> candidats, const Fenetre& f
                       std::uint32_t* sortie);
 Versions<decltype(&multiples)> versions_de_multiples();
 
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -14,17 +14,17 @@
 #include "primes/facteurs/petits_facteurs.h"
 #include "primes/prem.h"
 
-namespace premiers {
+namespace premiers::dette {
 
 namespace {
 
 /// The smallest prime factor of a composite S below 2^`bits_borne_exacte`.
 std::uint64_t facteur_certain(const NTL::ZZ& S) {
-  if (NTL::NumBits(S) <= 64) return plus_petit_facteur(en_entier64(S));
+  if (NTL::NumBits(S) <= 64) return facteurs::plus_petit_facteur(en_entier64(S));
   NTL::ZZ reste = S;
-  const auto petits = retirer_petits_facteurs(reste);
+  const auto petits = facteurs::retirer_petits_facteurs(reste);
   if (!petits.empty()) return petits.front().premier;
-  return en_entier64(decomposer(S).front().premier);
+  return en_entier64(facteurs::decomposer(S).front().premier);
 }
 
 /// No number up to n can raise the bound: not a prime, by its root, and a composite even less.
@@ -44,7 +44,7 @@ void noter_premier(Dette& dette, const NTL::ZZ& S) { noter_grande(dette, NTL::Sq
 /// S is at least 2^`bits_borne_exacte`.
 void noter_petit_diviseur(Dette& dette, const NTL::ZZ& S) {
   if (dette.borne_due >= borne_des_diviseurs) return;
-  if (const std::uint64_t p = Etendue(S, 1)[0]; p != 0) dette.noter(p - 1);
+  if (const std::uint64_t p = facteurs::Etendue(S, 1)[0]; p != 0) dette.noter(p - 1);
 }
 
 }  // namespace
@@ -67,10 +67,10 @@ void noter_prem(Dette& dette, const NTL::ZZ& S) {
 void noter_prem1(Dette& dette, std::int64_t S3, bool premier) {
   const auto rS1 = static_cast<std::uint64_t>(std::sqrt(static_cast<double>(S3)));
   if (rS1 <= dette.borne_due) return;
-  dette.noter(premier ? rS1 : plus_petit_facteur(static_cast<std::uint64_t>(S3)) - 1);
+  dette.noter(premier ? rS1 : facteurs::plus_petit_facteur(static_cast<std::uint64_t>(S3)) - 1);
 }
 
-void noter_intervalle(Dette& dette, Intervalle bornes) {
+void noter_intervalle(Dette& dette, rangs::Intervalle bornes) {
   const std::int64_t debut = std::max<std::int64_t>(bornes.debut, 5);
   for (std::int64_t n = bornes.fin; n >= debut; --n) {
     if (n % 2 == 0) continue;
@@ -80,9 +80,9 @@ void noter_intervalle(Dette& dette, Intervalle bornes) {
   }
 }
 
-void noter_decomposition(Dette& dette, std::span<const Facteur> facteurs) {
+void noter_decomposition(Dette& dette, std::span<const facteurs::Facteur> facteurs) {
   if (facteurs.empty()) return;
-  const Facteur& plus_grand = facteurs.back();
+  const facteurs::Facteur& plus_grand = facteurs.back();
   if (plus_grand.exposant > 1) {
     noter_grande(dette, plus_grand.premier - 1);
     return;
@@ -92,4 +92,4 @@ void noter_decomposition(Dette& dette, std::span<const Facteur> facteurs) {
   noter_grande(dette, seul ? racine : std::max(racine, facteurs[facteurs.size() - 2].premier));
 }
 
-}  // namespace premiers
+}  // namespace premiers::dette

@@ -13,7 +13,7 @@
 #include "primes/facteurs/facteur.h"
 #include "primes/rangs/intervalle.h"
 
-namespace premiers {
+namespace premiers::dette {
 
 /// S >= 0 was decided by `prem`: a prime obliges to its root, a composite to its smallest factor less
 /// one. Free where S is too small to raise the bound. A caller with many numbers notes the primes among
@@ -30,12 +30,12 @@ void noter_prem1(Dette& dette, std::int64_t S3, bool premier);
 
 /// The odd numbers from 5 on of the interval were decided by `prem1`: the largest prime is noted, and
 /// each composite above it. Those below the largest prime oblige to less.
-void noter_intervalle(Dette& dette, Intervalle bornes);
+void noter_intervalle(Dette& dette, rangs::Intervalle bornes);
 
 /// A number was decomposed: for 1 no note; for a prime its root; else, q being the largest prime factor,
 /// q - 1 if it occurs more than once, and otherwise the larger of the next smaller factor and the root
 /// of q.
-void noter_decomposition(Dette& dette, std::span<const Facteur> facteurs);
+void noter_decomposition(Dette& dette, std::span<const facteurs::Facteur> facteurs);
 
 /// Numbers below 2^100 have exact notes. Effect: above it a composite would have to be factored for
 /// nothing but its note. It follows from `Dette::borne_max`, which is the root.
@@ -47,4 +47,4 @@ static_assert(Dette::borne_max == std::uint64_t{1} << (bits_borne_exacte / 2));
 /// operator can see in the table, and moves with it only.
 inline constexpr std::uint64_t borne_des_diviseurs = 9'999'990;
 
-}  // namespace premiers
+}  // namespace premiers::dette

@@ -16,7 +16,7 @@
 #include "primes/suivi/suivi.h"
 #include "primes/table.h"
 
-namespace premiers {
+namespace premiers::dette {
 
 struct Dette {
   /// The table must hold the first prime greater than this. 2 obliges to nothing: 3 is known.
@@ -38,4 +38,4 @@ struct Dette {
 /// Pays: extends the table as far as it owes.
 void payer(const Dette& dette, Table& table, const Suivi& suivi = {});
 
-}  // namespace premiers
+}  // namespace premiers::dette

@@ -17,7 +17,7 @@
 #include "primes/dette/dette.h"
 #include "primes/dette/notes_par_etendue.h"
 
-namespace premiers {
+namespace premiers::dette {
 
 /// Notes the pieces of numbers that follow each other; those that a number shares with the one
 /// before it, because their leading digits are the same, are passed over.
@@ -28,13 +28,14 @@ struct DetteMorceaux {
 
   /// Notes these pieces of a number that are not noted yet. Its first `communs` digits are those of the
   /// number before.
-  void noter(std::string_view chiffres, Morceaux morceaux, std::size_t communs = 0);
+  void noter(std::string_view chiffres, concatenations::Morceaux morceaux, std::size_t communs = 0);
 
  private:
   template <typename F>
-  void pour_les_morceaux(std::string_view chiffres, std::size_t longueur, Morceaux morceaux, F f);
-  void noter_les_courts(std::string_view chiffres, Morceaux morceaux);
-  void noter_les_longs(std::string_view chiffres, Morceaux morceaux);
+  void pour_les_morceaux(std::string_view chiffres, std::size_t longueur,
+                         concatenations::Morceaux morceaux, F f);
+  void noter_les_courts(std::string_view chiffres, concatenations::Morceaux morceaux);
+  void noter_les_longs(std::string_view chiffres, concatenations::Morceaux morceaux);
 
   Dette& dette_;
   NotesParEtendue etendues_;
@@ -44,6 +45,6 @@ struct DetteMorceaux {
 };
 
 /// One number was cut by `decouper`.
-void noter_morceaux(Dette& dette, const Decoupe& decoupe);
+void noter_morceaux(Dette& dette, const concatenations::Decoupe& decoupe);
 
-}  // namespace premiers
+}  // namespace premiers::dette

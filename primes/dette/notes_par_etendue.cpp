@@ -8,7 +8,7 @@
 #include "primes/concatenations/decoupe.h"
 #include "primes/dette/decisions.h"
 
-namespace premiers {
+namespace premiers::dette {
 
 namespace {
 
@@ -30,8 +30,9 @@ const NotesParEtendue::Tranche& NotesParEtendue::trouver(const Dette& dette, Pla
   const std::uint64_t jusqu_au_bout = puissance_de_dix(chiffres_mobiles) - mobile;
   const std::size_t nombre = std::min(combien, jusqu_au_bout);
   // A factor p is worth p - 1.
-  Tranche nouvelle{std::string(tete), mobile,
-                   Etendue(valeur_des_chiffres(morceau), nombre, dette.borne_due + 1)};
+  Tranche nouvelle{
+      std::string(tete), mobile,
+      facteurs::Etendue(concatenations::valeur_des_chiffres(morceau), nombre, dette.borne_due + 1)};
   return tranches_.insert_or_assign(places, std::move(nouvelle)).first->second;
 }
 
@@ -51,7 +52,7 @@ void NotesParEtendue::noter(Dette& dette, std::string_view chiffres, std::size_t
     const Tranche& t = trouver(dette, {longueur, derriere}, morceau, mobile, combien);
     if (t.facteurs[mobile - t.debut] <= dette.borne_due + 1) return;
   }
-  noter_prem(dette, valeur_des_chiffres(morceau));
+  noter_prem(dette, concatenations::valeur_des_chiffres(morceau));
 }
 
-}  // namespace premiers
+}  // namespace premiers::dette

@@ -26,7 +26,7 @@
 #include "primes/dette/dette.h"
 #include "primes/facteurs/etendue.h"
 
-namespace premiers {
+namespace premiers::dette {
 
 struct NotesParEtendue {
   /// `largeur` > 0 numbers are going to be noted, or fewer.
@@ -46,7 +46,7 @@ struct NotesParEtendue {
   struct Tranche {
     std::string tete;
     std::uint32_t debut;
-    Etendue facteurs;
+    facteurs::Etendue facteurs;
 
     bool contient(std::string_view autre_tete, std::uint32_t mobile) const {
       return mobile >= debut && mobile - debut < facteurs.nombre() && tete == autre_tete;
@@ -63,4 +63,4 @@ struct NotesParEtendue {
   std::map<Places, Tranche> tranches_;  // the last one of each
 };
 
-}  // namespace premiers
+}  // namespace premiers::dette

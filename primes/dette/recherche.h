@@ -12,18 +12,18 @@
 #include "primes/dette/dette.h"
 #include "primes/dette/morceaux.h"
 
-namespace premiers {
+namespace premiers::dette {
 
 /// The notes of one search, kept apart from the debt until the search is done: work that is abandoned
 /// leaves none.
 struct NotesDeRecherche {
   /// Begins with what is owed already. Takes the time of a few hundred tests at most.
-  NotesDeRecherche(const Dette& dette, const Recherche& recherche);
+  NotesDeRecherche(const Dette& dette, const concatenations::Recherche& recherche);
   NotesDeRecherche(const NotesDeRecherche&) = delete;
   NotesDeRecherche& operator=(const NotesDeRecherche&) = delete;
 
   /// What the search is to call, valid as long as these notes; empty where all is noted before it.
-  Examens examens();
+  concatenations::Examens examens();
   const Dette& notees() const { return notees_; }
 
  private:
@@ -34,4 +34,4 @@ struct NotesDeRecherche {
 /// The range was searched.
 void noter_recherche(Dette& dette, const NotesDeRecherche& notes);
 
-}  // namespace premiers
+}  // namespace premiers::dette

@@ -11,7 +11,7 @@
 #include "primes/facteurs/huit.h"
 #include "primes/facteurs/p_moins_un.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using namespace ecm;
@@ -108,4 +108,4 @@ std::vector<NTL::ZZ> facteurs_par_echelle(const NTL::ZZ& n, double profondeur, E
   return {};
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

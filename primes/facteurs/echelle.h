@@ -18,7 +18,7 @@
 
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// How far the curves on a number have come. What is left of it when a factor has been found goes on
 /// from there: every curve so far was one on this rest as well.
@@ -38,4 +38,4 @@ inline constexpr double profondeur_sans_fin = std::numeric_limits<double>::infin
 std::vector<NTL::ZZ> facteurs_par_echelle(const NTL::ZZ& n, double profondeur, Echelle& etat,
                                           const Suivi& suivi = {});
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -31,7 +31,7 @@
 #include "primes/facteurs/ecm_chaines.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// `voies` residues modulo the same n that undergo the same operations. A result may be one of the
 /// arguments, but for `fois_ecart`, where r becomes r (x - y); `papillon` is a sum and a difference.
@@ -233,4 +233,4 @@ struct Trouves {
   }
 };
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

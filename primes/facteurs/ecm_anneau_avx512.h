@@ -22,7 +22,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 constexpr int bits_membre = 52;
 constexpr std::uint64_t masque_membre = (std::uint64_t{1} << bits_membre) - 1;
@@ -115,4 +115,4 @@ struct AnneauHuit {
   }
 };
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

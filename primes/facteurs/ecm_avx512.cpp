@@ -39,7 +39,7 @@
 #include "primes/facteurs/ecm_anneau_avx512.h"
 #include "primes/facteurs/ecm_seconde.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 /// M is the scalar ring, for the gcds.
@@ -105,7 +105,7 @@ Entier128 essayer_huit(Entier128 n, const Sigmas& sigma, std::size_t b1, std::si
   return essayer_en<Montgomery128, 3>(n, sigma, b1, b2);
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm
 
 #if defined(__clang__)
 #pragma clang attribute pop

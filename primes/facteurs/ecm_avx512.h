@@ -9,7 +9,7 @@
 #include "primes/arithmetique/entier128.h"
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 inline constexpr std::size_t voies_avx512 = 8;
 inline constexpr int bits_maximum_avx512 = 126;
@@ -22,4 +22,4 @@ inline constexpr Instructions besoin_avx512 = instructions::avx512f | instructio
 Entier128 essayer_huit(Entier128 n, const std::array<std::uint64_t, voies_avx512>& sigma,
                        std::size_t b1, std::size_t b2);
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -6,7 +6,7 @@
 
 #include "primes/crible/premiers_jusqu_a.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 /// How far from p divided by the golden ratio an r is tried.
@@ -94,7 +94,7 @@ std::vector<Multiplicateur> multiplicateurs(std::uint64_t debut, std::uint64_t f
     std::uint32_t p;
   };
   std::vector<Puissance> puissances;
-  for (const std::uint32_t p : premiers_jusqu_a(fin, suivi)) {
+  for (const std::uint32_t p : crible::premiers_jusqu_a(fin, suivi)) {
     for (std::uint64_t q = p; q <= fin; q *= p) {
       if (q > debut) puissances.push_back({q, p});
     }
@@ -111,4 +111,4 @@ std::vector<Multiplicateur> multiplicateurs(std::uint64_t debut, std::uint64_t f
   return resultat;
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

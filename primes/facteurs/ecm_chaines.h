@@ -27,7 +27,7 @@
 
 #include "primes/suivi/suivi.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// The point is to be multiplied by p, along the chain that r begins; r = 0 is a doubling.
 struct Multiplicateur {
@@ -135,4 +135,4 @@ std::uint8_t parcourir(const Multiplicateur& m, std::uint8_t depart, const F& ex
   return c.ajouter(c.A, c.B, c.C);
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

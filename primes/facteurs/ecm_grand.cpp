@@ -10,7 +10,7 @@
 #include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_seconde.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 /// One for each lane.
@@ -99,4 +99,4 @@ std::vector<NTL::ZZ> essayer_huit_courbes(const NTL::ZZ& n, std::uint64_t sigma,
   return facteurs;
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -19,7 +19,7 @@
 #include "primes/facteurs/huit.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 // ---- Small bounds --------------------------------------------------------------------------------
 
@@ -56,4 +56,4 @@ std::vector<NTL::ZZ> essayer_huit_courbes(const NTL::ZZ& n, std::uint64_t sigma,
                                           const BornesLongues& bornes,
                                           Huit::NoyauxParLongueur noyaux, const Suivi& suivi = {});
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

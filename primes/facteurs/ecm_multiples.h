@@ -19,7 +19,7 @@
 
 #include "primes/facteurs/ecm.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// How many j there are of 1 or 5 modulo 6 up to a little beyond D/2.
 [[gnu::always_inline]] constexpr std::size_t nombre_multiples(std::size_t D) { return D / 6 + 3; }
@@ -143,4 +143,4 @@ void normaliser(std::span<Point<A>> points, Trouves<A>& trouves) {
   a.produit(points[0].x, points[0].x, inverse);
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

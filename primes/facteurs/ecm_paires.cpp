@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "primes/facteurs/ecm_paires.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 constinit const Paires<210, 60> paires_courtes;
 constinit const Paires<420, 240> paires_longues;
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -15,7 +15,7 @@
 #include <numeric>
 #include <span>
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 struct Paire {
   std::uint16_t geant;  ///< k
@@ -25,7 +25,7 @@ struct Paire {
 /// The lists for one D (a multiple of 6) and all k <= geants.
 template <std::size_t D, std::size_t geants>
 struct Paires {
-  static constexpr std::size_t pas = D;
+  static constexpr std::size_t pas_de_geant = D;
   static constexpr std::size_t geants_max = geants;
   static constexpr std::size_t portee = D * geants;  ///< the greatest B2
   /// The numbers below D/2 that are coprime to D.
@@ -67,14 +67,14 @@ extern const Paires<420, 240> paires_longues;
 
 /// Such lists, whatever their D.
 struct ListePaires {
-  std::size_t pas, portee;
+  std::size_t pas_de_geant, portee;
   std::span<const std::uint16_t> residus;
   std::span<const Paire> paires;
   std::span<const std::uint32_t> debut;
 
   template <std::size_t D, std::size_t geants>
   explicit ListePaires(const Paires<D, geants>& p)
-      : pas{D}, portee{p.portee}, residus{p.residus}, paires{p.paires}, debut{p.debut} {}
+      : pas_de_geant{D}, portee{p.portee}, residus{p.residus}, paires{p.paires}, debut{p.debut} {}
 };
 
 /// The shorter one that reaches b2.
@@ -82,4 +82,4 @@ inline ListePaires liste_paires(std::size_t b2) {
   return b2 <= paires_courtes.portee ? ListePaires{paires_courtes} : ListePaires{paires_longues};
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

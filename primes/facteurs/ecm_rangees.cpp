@@ -6,10 +6,10 @@
 
 #include "primes/crible/premiers_jusqu_a.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
-constexpr std::size_t D = Rangees::pas;
+constexpr std::size_t D = Rangees::pas_de_geant;
 
 constexpr auto table_residus = [] {
   std::array<std::uint16_t, Rangees::bebes> t{};
@@ -38,11 +38,11 @@ Rangees::Rangees(std::uint64_t b1, std::uint64_t b2, const Suivi& suivi)
     : k0{(b1 + 1 + D / 2) / D} {
   assert(D / 2 <= b1 && b1 < b2);
   bits.resize((b2 + D / 2) / D + 1 - k0);
-  pour_les_premiers(b1 + 1, b2, suivi, [this](std::uint64_t q) {
+  crible::pour_les_premiers(b1 + 1, b2, suivi, [this](std::uint64_t q) {
     const std::uint64_t k = (q + D / 2) / D;
     const std::size_t i = indice[q > k * D ? q - k * D : k * D - q];
     bits[k - k0][i / 64] |= std::uint64_t{1} << (i % 64);
   });
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -18,11 +18,11 @@
 #include "primes/facteurs/ecm_paires.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// The rows k0 .. k0 + bits.size() - 1, which hold every prime in (b1, b2].
 struct Rangees {
-  static constexpr std::size_t pas = 2310;  ///< D
+  static constexpr std::size_t pas_de_geant = 2310;  ///< D
   static constexpr std::size_t bebes = 240;
   using Rangee = std::array<std::uint64_t, (bebes + 63) / 64>;
 
@@ -32,7 +32,7 @@ struct Rangees {
   /// The j in increasing order.
   static const std::array<std::uint16_t, bebes>& residus();
 
-  /// pas/2 <= b1 < b2.
+  /// pas_de_geant/2 <= b1 < b2.
   Rangees(std::uint64_t b1, std::uint64_t b2, const Suivi& suivi = {});
 };
 
@@ -47,4 +47,4 @@ inline void lire_rangee(const Rangees::Rangee& rangee, std::vector<Paire>& paire
   }
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

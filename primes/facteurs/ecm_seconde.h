@@ -27,7 +27,7 @@
 #include "primes/facteurs/ecm_rangees.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// The product of the differences so far.
 template <Anneau A>
@@ -67,7 +67,7 @@ struct Ecarts {
 template <Anneau A>
 void phase_deux(const Courbe<A>& courbe, const Point<A>& q, const ListePaires& liste,
                 std::size_t b1, std::size_t b2, Trouves<A>& trouves) {
-  const std::size_t D = liste.pas;
+  const std::size_t D = liste.pas_de_geant;
   assert(b1 <= b2 && b2 <= liste.portee);
   const A& a = trouves.a;
   const std::size_t k0 = b1 < D / 2 ? 1 : (b1 + D / 2) / D;
@@ -163,8 +163,9 @@ template <Anneau A>
 void phase_deux_longue(const Courbe<A>& courbe, const Point<A>& q, const Rangees& rangees,
                        Allure allure, Trouves<A>& trouves, const Suivi& suivi) {
   std::vector<Point<A>> bebes(Rangees::bebes);
-  std::vector<Point<A>> place(nombre_multiples(Rangees::pas));
-  PasNormalises<A> pas{{trouves.a, courbe, q, Rangees::pas, Rangees::residus(), bebes, place}};
+  std::vector<Point<A>> place(nombre_multiples(Rangees::pas_de_geant));
+  PasNormalises<A> pas{
+      {trouves.a, courbe, q, Rangees::pas_de_geant, Rangees::residus(), bebes, place}};
   const std::size_t bloc = allure == Allure::rapide ? bebes.size() : 1;
   for (std::size_t i = 0; i < bebes.size() && !trouves.tous(); i += bloc) {
     normaliser(std::span{bebes}.subspan(i, bloc), trouves);
@@ -173,4 +174,4 @@ void phase_deux_longue(const Courbe<A>& courbe, const Point<A>& q, const Rangees
   comparer(pas, std::span<const Point<A>>{bebes}, rangees, allure, trouves, suivi);
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

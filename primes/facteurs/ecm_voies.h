@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// `nombre` residues of the ring M that undergo the same operations. This is fast only when all of
 /// it is inlined, which compilers do not decide reliably by themselves (gcc: several times
@@ -54,4 +54,4 @@ struct Voies {
   Entier reunir(const Entier& x, const Entier& y) const { return m.produit(x, y); }
 };
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -8,7 +8,7 @@
 #include "primes/crible/premiers_jusqu_a.h"
 #include "primes/facteurs/restes.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 namespace {
 
@@ -17,7 +17,7 @@ namespace {
 const std::vector<std::uint32_t>& diviseurs() {
   static const std::vector<std::uint32_t> liste = [] {
     static_assert(plus_grand_diviseur < borne_restes);
-    auto l = premiers_jusqu_a(plus_grand_diviseur);
+    auto l = crible::premiers_jusqu_a(plus_grand_diviseur);
     l.resize(l.size() + largeur_restes, 1);
     return l;
   }();
@@ -62,4 +62,4 @@ Etendue::Etendue(const NTL::ZZ& debut, std::size_t nombre, std::uint64_t au_dela
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

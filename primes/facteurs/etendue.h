@@ -17,7 +17,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// Factors are sought up to here. Effect: what a composite above 2^100 leaves in the table, where the
 /// operator can see it, and the milliseconds that one number without such a factor takes: with ten times as
@@ -40,4 +40,4 @@ struct Etendue {
   std::vector<std::uint32_t> facteurs_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// premier^exposant, exposant >= 1.
 template <typename Entier>
@@ -20,4 +20,4 @@ struct FacteurDe {
 using Facteur64 = FacteurDe<std::uint64_t>;
 using Facteur = FacteurDe<NTL::ZZ>;
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

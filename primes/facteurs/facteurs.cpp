@@ -35,7 +35,7 @@
 #include "primes/facteurs/puissance.h"
 #include "primes/quadratique/crible_quadratique.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 // ---- Limits, found by timing both methods on products of two equal primes ----------------------
@@ -122,7 +122,7 @@ std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& su
   auto trouves = facteurs_par_echelle(n, profondeur(bits), echelle, suivi);
   if (!trouves.empty()) return trouves;
   if (bits <= bits_crible) {
-    if (const auto f = facteur_quadratique(n, suivi, scinder)) return {*f};
+    if (const auto f = quadratique::facteur_quadratique(n, suivi, scinder)) return {*f};
   }
   return facteurs_par_echelle(n, profondeur_sans_fin, echelle, suivi);
 }
@@ -177,4 +177,4 @@ Facteurs decomposer(const NTL::ZZ& N, const Suivi& suivi) {
   return resultat;
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

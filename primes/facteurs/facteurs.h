@@ -9,7 +9,7 @@
 #include "primes/facteurs/facteur.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// Prime powers in increasing order of the primes.
 using Facteurs = std::vector<Facteur>;
@@ -18,4 +18,4 @@ using Facteurs = std::vector<Facteur>;
 /// factor is proven prime.
 Facteurs decomposer(const NTL::ZZ& N, const Suivi& suivi = {});
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

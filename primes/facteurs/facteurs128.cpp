@@ -24,7 +24,7 @@
 #include "primes/facteurs/ecm_seconde.h"
 #include "primes/facteurs/ecm_voies.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 /// The bounds B1 and B2 for n of at most so many bits. Found by trying all pairs of a grid on
@@ -141,4 +141,4 @@ std::optional<Entier128> facteur_ecm(Entier128 n, unsigned courbes) {
   return boucle(n, courbes);
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -8,7 +8,7 @@
 #include "primes/arithmetique/entier128.h"
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// A proper factor of n, not necessarily prime; nothing if `courbes` curves (rounded up to a
 /// multiple of the number of curves that run side by side) did not find one. n must be odd,
@@ -21,4 +21,4 @@ namespace premiers {
 std::optional<Entier128> facteur_ecm(Entier128 n, unsigned courbes);
 Versions<decltype(&facteur_ecm)> versions_de_facteur_ecm();
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

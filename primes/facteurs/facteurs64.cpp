@@ -21,7 +21,7 @@
 #include "primes/facteurs/rho.h"
 #include "primes/primalite/primalite.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 // 2 * 3 * 5 * ... * 47 < 2^64 < 2 * 3 * ... * 53: no integer has sixteen prime factors.
@@ -85,7 +85,7 @@ std::uint64_t diviser_par_les_petits(Facteurs64& f, std::uint64_t n) {
 
 /// Notes the prime factors of n > 1, which has none below borne_diviseurs.
 void decomposer(Facteurs64& f, std::uint64_t n, unsigned courbes) {
-  if (n < borne_diviseurs * borne_diviseurs || est_premier(n)) return noter(f, n, 1);
+  if (n < borne_diviseurs * borne_diviseurs || primalite::est_premier(n)) return noter(f, n, 1);
   const std::uint64_t d = diviser(n, courbes);
   decomposer(f, d, courbes);
   decomposer(f, n / d, courbes);
@@ -117,4 +117,4 @@ std::uint64_t plus_petit_facteur(std::uint64_t n) {
   return facteurs(n)[0].premier;
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

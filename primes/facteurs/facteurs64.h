@@ -8,7 +8,7 @@
 
 #include "primes/facteurs/facteur.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// The prime powers of an integer, by increasing prime.
 struct Facteurs64 {
@@ -30,4 +30,4 @@ Facteurs64 facteurs_sans_courbes(std::uint64_t n);
 /// The smallest prime factor of n: n itself when n is prime. 0 and 1 are given back as they are.
 std::uint64_t plus_petit_facteur(std::uint64_t n);
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

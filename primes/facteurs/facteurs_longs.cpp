@@ -13,7 +13,7 @@
 #include "primes/facteurs/huit.h"
 #include "primes/facteurs/huit_noyaux.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 static_assert(EffortEcm::b1_max == ecm::b1_court);
@@ -76,4 +76,4 @@ std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effor
   return boucle(n, effort, debut, suivi);
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

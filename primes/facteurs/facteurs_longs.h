@@ -11,7 +11,7 @@
 #include "primes/arithmetique/processeur.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// The longest n that is tried.
 inline constexpr long bits_facteur_long = 700;
@@ -39,4 +39,4 @@ std::optional<NTL::ZZ> facteur_ecm_long(const NTL::ZZ& n, const EffortEcm& effor
                                         unsigned debut = 0, const Suivi& suivi = {});
 Versions<decltype(&facteur_ecm_long)> versions_de_facteur_ecm_long();
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -2,7 +2,7 @@
 // One square for each multiplier (fermat.h).
 #include "primes/facteurs/fermat.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 namespace {
 
@@ -26,4 +26,4 @@ std::optional<NTL::ZZ> facteur_de_fermat(const NTL::ZZ& n) {
   return std::nullopt;
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -13,10 +13,10 @@
 
 #include <optional>
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// A proper factor of n > 1, if one is found: always where n = p q with
 /// |u p - v q| < 2 (u v n)^(1/4) for some u v <= 64.
 std::optional<NTL::ZZ> facteur_de_fermat(const NTL::ZZ& n);
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -7,7 +7,7 @@
 #include "primes/arithmetique/zz.h"
 #include "primes/facteurs/huit_noyaux.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 using Membres = std::array<std::uint64_t, Huit::membres_max>;
@@ -80,4 +80,4 @@ Huit::Nombres Huit::lire(const Residu& a) const {
   return x;
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

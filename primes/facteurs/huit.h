@@ -23,7 +23,7 @@
 
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 struct Huit {
   static constexpr std::size_t voies = 8;
@@ -102,4 +102,4 @@ struct Huit {
   Noyaux noyaux;
 };
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -20,7 +20,7 @@
 
 #include "primes/facteurs/huit_produit.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 struct Entiers {
@@ -45,7 +45,7 @@ struct Entiers {
 
 Huit::Noyaux noyaux_ifma(std::size_t membres) { return noyaux_de_longueur<Entiers>(membres); }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm
 
 #if defined(__clang__)
 #pragma clang attribute pop

@@ -5,7 +5,7 @@
 #include "primes/arithmetique/processeur.h"
 #include "primes/facteurs/huit.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 #if defined(__x86_64__)
 
@@ -17,4 +17,4 @@ Huit::Noyaux noyaux_reels(std::size_t membres);
 
 #endif
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

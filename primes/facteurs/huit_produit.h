@@ -23,7 +23,7 @@
 
 #include "primes/facteurs/huit.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 inline constexpr std::uint64_t masque_membre = (std::uint64_t{1} << Huit::bits_membre) - 1;
 
@@ -159,4 +159,4 @@ Huit::Noyaux noyaux_de_longueur(std::size_t membres) {
       membres, std::make_index_sequence<Huit::membres_max - Huit::membres_min + 1>{});
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -29,7 +29,7 @@
 
 #include "primes/facteurs/huit_produit.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 struct Reels {
@@ -73,7 +73,7 @@ struct Reels {
 
 Huit::Noyaux noyaux_reels(std::size_t membres) { return noyaux_de_longueur<Reels>(membres); }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm
 
 #if defined(__clang__)
 #pragma clang attribute pop

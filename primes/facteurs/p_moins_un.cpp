@@ -13,7 +13,7 @@
 #include "primes/facteurs/ecm_rangees.h"
 #include "primes/facteurs/ecm_seconde.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 /// The greatest power of p up to b1.
@@ -27,7 +27,7 @@ std::uint64_t plus_grande_puissance(std::uint64_t p, std::uint64_t b1) {
 /// gcd of n and the power less 1: n only where one prime alone makes it so.
 NTL::ZZ phase_un(const NTL::ZZ& n, std::uint64_t b1, NTL::ZZ& x, const Suivi& suivi) {
   constexpr std::size_t lot = 256;  // primes: an exponent of some 4000 bits, 1 ms
-  const std::vector<std::uint32_t> premiers = premiers_jusqu_a(b1, suivi);
+  const std::vector<std::uint32_t> premiers = crible::premiers_jusqu_a(b1, suivi);
   x = 3;
   for (std::size_t i = 0; i < premiers.size(); i += lot) {
     if (suivi) suivi(0);
@@ -57,7 +57,7 @@ NTL::ZZ phase_un(const NTL::ZZ& n, std::uint64_t b1, NTL::ZZ& x, const Suivi& su
 struct PasMoinsUn {
   using Residu = MontgomeryLong::Residu;
   using Valeur = Point<MontgomeryLong>;  // of which the x counts
-  static constexpr std::size_t D = Rangees::pas;
+  static constexpr std::size_t D = Rangees::pas_de_geant;
 
   const MontgomeryLong& a;
   Residu reduit_un;  ///< a product with it leaves a number what it is, and makes it a product
@@ -136,4 +136,4 @@ NTL::ZZ essayer_p_moins_un(const NTL::ZZ& n, std::uint64_t b1, std::uint64_t b2,
   return phase_deux(MontgomeryLong{n}, v1, Rangees{b1, b2, suivi}, suivi);
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -18,11 +18,11 @@
 
 #include "primes/suivi/suivi.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// P - 1 on an odd n, 2^64 < n < 2^bits_facteur_long, without factors below 1000;
 /// 2000 <= b1 < b2 < 2^40. A proper factor of n, or 1.
 NTL::ZZ essayer_p_moins_un(const NTL::ZZ& n, std::uint64_t b1, std::uint64_t b2,
                            const Suivi& suivi = {});
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -12,7 +12,7 @@
 
 #include "primes/arithmetique/montgomery.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 struct PetitDiviseur {
   std::uint64_t inverse;           ///< 1 / p modulo 2^64
@@ -42,4 +42,4 @@ constexpr std::array<PetitDiviseur, nombre> table_diviseurs() {
   return table;
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -8,7 +8,7 @@
 #include "primes/arithmetique/gmp_zz.h"
 #include "primes/facteurs/petits_diviseurs.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 constexpr std::size_t nombre_diviseurs = 303;  // the odd primes below the bound
@@ -75,4 +75,4 @@ std::vector<Facteur64> retirer_petits_facteurs(NTL::ZZ& n) {
   return trouves;
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

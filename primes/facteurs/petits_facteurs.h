@@ -14,7 +14,7 @@
 
 #include "primes/facteurs/facteur.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// Every prime factor below this is taken out: 304 primes in a microsecond for 20 to 40 digits.
 /// ECM, which comes next, needs it above 1000 or so; at ten times as many primes the division takes
@@ -25,4 +25,4 @@ inline constexpr std::uint64_t borne_petits_facteurs = 2011;
 /// them by increasing prime.
 std::vector<Facteur64> retirer_petits_facteurs(NTL::ZZ& n);
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -29,7 +29,7 @@
 // Last: it defines macros with common names.
 #include <pari/pari.h>
 
-namespace premiers::pari {
+namespace premiers::facteurs::pari {
 namespace {
 
 // The library's own kernel keeps the words of an integer in the other order.
@@ -129,4 +129,4 @@ bool est_premier_prouve(const NTL::ZZ& n) {
          }) == gen_1;
 }
 
-}  // namespace premiers::pari
+}  // namespace premiers::facteurs::pari

@@ -11,10 +11,10 @@
 
 #include <NTL/ZZ.h>
 
-namespace premiers::pari {
+namespace premiers::facteurs::pari {
 
 /// Is n prime? Proven, both ways. Numbers up to 1 are not prime.
 /// Cost for a prime: 1 ms at 25 digits, 10 at 50, 25 at 100, 0.1 s at 150, 0.3 s at 200.
 bool est_premier_prouve(const NTL::ZZ& n);
 
-}  // namespace premiers::pari
+}  // namespace premiers::facteurs::pari

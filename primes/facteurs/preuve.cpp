@@ -33,7 +33,7 @@
 #include "primes/facteurs/pont_pari.h"
 #include "primes/primalite/primalite.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 /// 2^81 < 3.3 10^24, below which est_premier proves: it moves with that proof only.
@@ -89,7 +89,7 @@ void completer(PartieConnue& connue, const NTL::ZZ& m, const NTL::ZZ& n) {
     a_faire.pop_back();
     if (NTL::NumBits(c) <= 64) {
       for (const auto& [p, e] : facteurs(en_entier64(c))) connue.ajouter(en_zz(p), e);
-    } else if (est_premier(c)) {
+    } else if (primalite::est_premier(c)) {
       if (est_premier_prouve(c)) connue.ajouter(c, 1);
     } else if (const auto f = facteur_facile(c)) {
       a_faire.push_back(c / *f);
@@ -178,11 +178,11 @@ bool prouver_par_n_plus_1(const NTL::ZZ& n) {
 }  // namespace
 
 bool est_premier_prouve(const NTL::ZZ& n, const Suivi& suivi) {
-  if (!est_premier(n)) return false;
+  if (!primalite::est_premier(n)) return false;
   if (NTL::NumBits(n) <= bits_prouves) return true;
   if (prouver_par_n_moins_1(n) || prouver_par_n_plus_1(n)) return true;
   if (suivi) suivi(0);
   return pari::est_premier_prouve(n);
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

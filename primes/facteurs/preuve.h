@@ -7,7 +7,7 @@
 
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// Is n prime? Proven, both ways, for n of any size. Numbers up to 1 are not prime.
 /// Cost: up to 24 digits as much as `est_premier`; 0.2 ms at 30 digits and 10 at 50; 25 at 100 and
@@ -15,4 +15,4 @@ namespace premiers {
 /// than some milliseconds; it may throw.
 bool est_premier_prouve(const NTL::ZZ& n, const Suivi& suivi = {});
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -7,7 +7,7 @@
 
 #include "primes/arithmetique/gmp_zz.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 std::optional<PuissanceParfaite> puissance_parfaite(const NTL::ZZ& n) {
   constexpr long bits_du_plus_petit_facteur = 10;
@@ -25,4 +25,4 @@ std::optional<PuissanceParfaite> puissance_parfaite(const NTL::ZZ& n) {
   return std::nullopt;
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

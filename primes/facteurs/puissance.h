@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace premiers {
+namespace premiers::facteurs {
 
 struct PuissanceParfaite {
   NTL::ZZ base;
@@ -19,4 +19,4 @@ struct PuissanceParfaite {
 /// of the length of n. The base may be a power again. Cost: microseconds for 60 digits.
 std::optional<PuissanceParfaite> puissance_parfaite(const NTL::ZZ& n);
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -10,7 +10,7 @@
 #include <immintrin.h>
 #endif
 
-namespace premiers {
+namespace premiers::facteurs {
 
 namespace {
 
@@ -118,4 +118,4 @@ std::vector<double> chiffres_de_28_bits(const NTL::ZZ& N) {
   return chiffres;
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -21,7 +21,7 @@
 
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// The primes are below this.
 inline constexpr std::uint32_t borne_restes = 1U << 24;
@@ -37,4 +37,4 @@ using Restes = void (*)(std::span<const double> chiffres, const std::uint32_t* p
                         std::uint32_t* manques, std::size_t nombre);
 Versions<Restes> versions_de_restes();
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -12,7 +12,7 @@
 
 #include "primes/arithmetique/racines.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 /// A proper factor of the composite n of the ring m, which must not be the square of a prime (there
 /// no sequence would find one). Other sequences are tried until one finds a factor.
@@ -50,4 +50,4 @@ typename Montgomery::Entier facteur_rho(const Montgomery& m) {
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -31,7 +31,7 @@
 #include "primes/arithmetique/racines.h"
 #include "primes/arithmetique/zz.h"
 
-namespace premiers {
+namespace premiers::primalite {
 namespace {
 
 /// The bases of Sorenson and Webster; also the primes tried by division.
@@ -188,4 +188,4 @@ bool est_premier(const NTL::ZZ& n) {
   return mpz_probab_prime_p(VueGmp(n).z, bpsw) != 0;
 }
 
-}  // namespace premiers
+}  // namespace premiers::primalite

@@ -14,7 +14,7 @@
 
 #include "primes/arithmetique/entier128.h"
 
-namespace premiers {
+namespace premiers::primalite {
 
 /// True if and only if n is prime; proven for every 64-bit n. 0 and 1 are not prime.
 /// Cost: 0.6 microseconds for a 64-bit prime, a third of that for a composite.
@@ -29,4 +29,4 @@ bool est_premier(Entier128 n);
 /// 3317044064679887385961981, Baillie-PSW from there on (see above).
 bool est_premier(const NTL::ZZ& n);
 
-}  // namespace premiers
+}  // namespace premiers::primalite

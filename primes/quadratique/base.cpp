@@ -102,7 +102,7 @@ Base construire_base(const NTL::ZZ& n, std::size_t taille) {
   // half more is for the unlucky.
   const double rang = 3.0 * static_cast<double>(taille) + 50;
   const auto borne = static_cast<std::uint32_t>(rang * (std::log(rang) + std::log(std::log(rang))));
-  const std::vector<std::uint32_t> tous = premiers_jusqu_a(borne);
+  const std::vector<std::uint32_t> tous = crible::premiers_jusqu_a(borne);
   const std::span premiers = std::span{tous}.subspan(1);  // the odd ones
 
   Base base;

@@ -36,8 +36,8 @@ void ajouter_produit(Mots& r, const Mots& x, const Bloc& m) {
   Table sommes{};  // of the rows of m that the bits of byte i tell
   for (std::size_t i = 0; i < octets; ++i) {
     for (std::size_t valeur = 1; valeur < 256; ++valeur) {
-      const auto bas = static_cast<std::size_t>(std::countr_zero(valeur));
-      sommes[i][valeur] = sommes[i][valeur & (valeur - 1)] ^ m[8 * i + bas];
+      const auto bit = static_cast<std::size_t>(std::countr_zero(valeur));
+      sommes[i][valeur] = sommes[i][valeur & (valeur - 1)] ^ m[8 * i + bit];
     }
   }
   for (std::size_t k = 0; k < x.size(); ++k) {

@@ -6,7 +6,7 @@
 #include "primes/quadratique/campagne.h"
 #include "primes/quadratique/resolution.h"
 
-namespace premiers {
+namespace premiers::quadratique {
 
 namespace {
 
@@ -36,7 +36,8 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Reglages& cho
                                            const Suivi& suivi, Scission scission) {
   const long bits = NTL::NumBits(n);
   if (n <= 0 || !NTL::IsOdd(n) || bits < 50 || bits > 380) return std::nullopt;
-  if (const NTL::ZZ racine = NTL::SqrRoot(n); racine * racine == n) return racine;
+  if (const NTL::ZZ racine_entiere = NTL::SqrRoot(n); racine_entiere * racine_entiere == n)
+    return racine_entiere;
   const Base base = construire_base(n, choix.base);
   if (base.diviseur != 0) return NTL::to_ZZ(base.diviseur);
 
@@ -67,4 +68,4 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Reglages& cho
   return std::nullopt;
 }
 
-}  // namespace premiers
+}  // namespace premiers::quadratique

@@ -36,7 +36,7 @@
 #include "primes/quadratique/scission.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::quadratique {
 
 /// A factor of n other than 1 and n; it need not be prime.
 /// n: odd, composite, no perfect power (of a square the root is given), at least 2^50, below 2^380;
@@ -53,4 +53,4 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi 
 std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const quadratique::Reglages& reglages,
                                            const Suivi& suivi, quadratique::Scission scission);
 
-}  // namespace premiers
+}  // namespace premiers::quadratique

@@ -60,11 +60,11 @@ std::uint32_t autre_bout(const Bouts& bouts, std::uint32_t sommet) {
   return bouts.first == sommet ? bouts.second : bouts.first;
 }
 
-// Grows the tree of the component of `racine`.
-void parcourir(const std::vector<Bouts>& bouts, const Voisinage& voisins, std::uint32_t racine,
+// Grows the tree of the component of `origine`.
+void parcourir(const std::vector<Bouts>& bouts, const Voisinage& voisins, std::uint32_t origine,
                Arbres& arbres, Cadence& vie) {
-  std::vector<std::uint32_t> file{racine};
-  arbres.niveau[racine] = 0;
+  std::vector<std::uint32_t> file{origine};
+  arbres.niveau[origine] = 0;
   for (std::size_t tete = 0; tete < file.size(); ++tete) {
     vie.pas();
     const std::uint32_t ici = file[tete];
@@ -85,9 +85,9 @@ std::vector<std::uint32_t> cycle_de(const std::vector<Bouts>& bouts, const Arbre
   std::vector<std::uint32_t> cycle{arete};
   auto [i, j] = bouts[arete];
   while (i != j) {
-    std::uint32_t& bas = arbres.niveau[i] < arbres.niveau[j] ? j : i;
-    cycle.push_back(arbres.montee[bas]);
-    bas = autre_bout(bouts[cycle.back()], bas);
+    std::uint32_t& profond = arbres.niveau[i] < arbres.niveau[j] ? j : i;
+    cycle.push_back(arbres.montee[profond]);
+    profond = autre_bout(bouts[cycle.back()], profond);
   }
   return cycle;
 }
@@ -109,8 +109,8 @@ std::vector<std::vector<std::uint32_t>> cycles_independants(
   const Voisinage voisins = voisinage(bouts, sommets, vie);
   Arbres arbres{std::vector<std::uint32_t>(sommets, aucune),
                 std::vector<std::uint32_t>(sommets, aucune)};
-  for (std::uint32_t racine = 0; racine < sommets; ++racine) {
-    if (arbres.niveau[racine] == aucune) parcourir(bouts, voisins, racine, arbres, vie);
+  for (std::uint32_t origine = 0; origine < sommets; ++origine) {
+    if (arbres.niveau[origine] == aucune) parcourir(bouts, voisins, origine, arbres, vie);
   }
   std::vector<std::vector<std::uint32_t>> cycles;
   for (std::uint32_t a = 0; a < bouts.size(); ++a) {

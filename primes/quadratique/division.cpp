@@ -43,6 +43,36 @@ void retirer(Division& s, Reste& r, std::uint32_t i) {
   }
 }
 
+// Appends to `trouves` the primes with debut <= index < fin that divide the value at that position.
+void reperer(Division& s, const Polynomes& polynomes, std::uint32_t position, std::size_t debut,
+             std::size_t fin) {
+  vecteurs().reperer(position, s.base.premier.data(), s.base.reciproque.data(),
+                     polynomes.racine_1.data(), polynomes.racine_2.data(), debut, fin, s.trouves);
+}
+
+// Divides by all primes of the base, those first that were not sieved; false if what remains is more
+// than 64 bits, or surely too large.
+bool retirer_tous(Division& s, const Polynomes& polynomes, Candidat candidat, Reste& r) {
+  s.trouves.clear();
+  const std::size_t fin_petits =
+      (s.tamis.debut + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
+  reperer(s, polynomes, candidat.position, 0, fin_petits);
+  for (std::uint32_t i = 2; i < s.base.ordinaires; ++i) retirer(s, r, i);  // the primes of k
+  std::size_t vus = 0;
+  for (; vus < s.trouves.size() && s.trouves[vus] < s.tamis.debut; ++vus) {
+    retirer(s, r, s.trouves[vus]);
+  }
+  if (bits(r) > s.bits_reste + marge + candidat.somme) return false;
+
+  reperer(s, polynomes, candidat.position, fin_petits, s.tamis.fin);
+  s.tamis.seaux.diviseurs(polynomes.rang, candidat.position, s.trouves);
+  for (; vus < s.trouves.size(); ++vus) retirer(s, r, s.trouves[vus]);
+  for (const std::size_t i : polynomes.famille.facteurs) {
+    retirer(s, r, static_cast<std::uint32_t>(i));
+  }
+  return r.mots == 1;
+}
+
 }  // namespace
 
 Division::Division(const Base& base_, const Tamis& tamis_, double bits_reste_)
@@ -62,26 +92,7 @@ bool Division::diviser(const Polynomes& polynomes, Candidat candidat) {
   }
   retirer_2(q, facteurs);
   Reste r{q, longueur(q)};
-  const auto reperer = [&](std::size_t debut, std::size_t fin) {
-    vecteurs().reperer(candidat.position, base.premier.data(), base.reciproque.data(),
-                       polynomes.racine_1.data(), polynomes.racine_2.data(), debut, fin, trouves);
-  };
-  // What was not sieved: the primes of k, the smallest ones.
-  trouves.clear();
-  const std::size_t fin_petits =
-      (tamis.debut + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
-  reperer(0, fin_petits);
-  for (std::uint32_t i = 2; i < base.ordinaires; ++i) retirer(*this, r, i);
-  std::size_t vus = 0;
-  for (; vus < trouves.size() && trouves[vus] < tamis.debut; ++vus) retirer(*this, r, trouves[vus]);
-  if (bits(r) > bits_reste + marge + candidat.somme) return false;
-
-  reperer(fin_petits, tamis.fin);
-  tamis.seaux.diviseurs(polynomes.rang, candidat.position, trouves);
-  for (; vus < trouves.size(); ++vus) retirer(*this, r, trouves[vus]);
-  for (const std::size_t i : polynomes.famille.facteurs)
-    retirer(*this, r, static_cast<std::uint32_t>(i));
-  if (r.mots > 1) return false;
+  if (!retirer_tous(*this, polynomes, candidat, r)) return false;
   valeur.reste = r.v.mot[0];
   // (2ax + b)^2 = 4 a Q
   facteurs.insert(facteurs.end(), polynomes.famille.facteurs.begin(),

@@ -158,11 +158,11 @@ struct Echelons {
 };
 
 // The sums of columns of [X - Y, V] that B sends to zero, as far as they are independent.
-std::vector<Ensemble> membres(const MatriceDeProduits& b, const Fin& fin) {
+std::vector<Ensemble> membres(const MatriceDeProduits& b, const Fin& arrivee) {
   const auto paire = [](std::uint64_t x, std::uint64_t v) { return Entier128{v} << 64 | x; };
   Echelons images;
-  const Mots bx = b.image(fin.x);
-  const Mots bv = b.image(fin.v);
+  const Mots bx = b.image(arrivee.x);
+  const Mots bv = b.image(arrivee.v);
   for (std::size_t i = 0; i < bx.size(); ++i) images.ajouter(paire(bx[i], bv[i]));
   const std::vector<Entier128> sommes = images.noyau();
 
@@ -170,7 +170,7 @@ std::vector<Ensemble> membres(const MatriceDeProduits& b, const Fin& fin) {
   std::vector<Entier128> valeurs(b.colonnes);
   Echelons independants;
   for (std::size_t j = 0; j < b.colonnes; ++j) {
-    const Entier128 ici = paire(fin.x[j], fin.v[j]);
+    const Entier128 ici = paire(arrivee.x[j], arrivee.v[j]);
     for (std::size_t k = 0; k < sommes.size(); ++k) {
       if (Echelons::impair(ici & sommes[k])) valeurs[j] |= Entier128{1} << k;
     }
@@ -193,9 +193,9 @@ std::vector<Ensemble> membres(const MatriceDeProduits& b, const Fin& fin) {
 std::vector<Ensemble> noyau_lanczos(const MatriceCreuse& matrice, std::uint64_t graine,
                                     const std::function<void()>& signe_de_vie) {
   const MatriceDeProduits b(matrice);
-  const auto fin = parcourir(b, graine, signe_de_vie);
-  if (!fin) return {};
-  return membres(b, *fin);
+  const auto arrivee = parcourir(b, graine, signe_de_vie);
+  if (!arrivee) return {};
+  return membres(b, *arrivee);
 }
 
 }  // namespace premiers::quadratique

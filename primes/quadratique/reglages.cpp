@@ -78,18 +78,18 @@ Reglages reglages(long bits) {
   const auto taille = static_cast<double>(bits);
   std::size_t i = 1;
   while (i + 1 < lignes.size() && taille > lignes[i].bits) ++i;
-  const Ligne& bas = lignes[i - 1];
-  const Ligne& haut = lignes[i];
-  const double part = std::clamp((taille - bas.bits) / (haut.bits - bas.bits), 0.0, 1.0);
+  const Ligne& avant = lignes[i - 1];
+  const Ligne& apres = lignes[i];
+  const double part = std::clamp((taille - avant.bits) / (apres.bits - avant.bits), 0.0, 1.0);
   const auto entre = [part](double x, double y) { return std::lerp(x, y, part); };
   Reglages r{};
-  r.base = static_cast<std::size_t>(entre(bas.base, haut.base));
-  r.demi = static_cast<std::uint32_t>(entre(bas.demi, haut.demi)) / 64 * 64;
-  r.grand = static_cast<std::uint32_t>(entre(bas.grand, haut.grand));
-  r.petit = static_cast<std::uint32_t>(entre(bas.petit, haut.petit));
-  r.tolerance = entre(bas.tolerance, haut.tolerance);
-  r.exposant = entre(bas.exposant, haut.exposant);
-  r.facteur = entre(bas.facteur, haut.facteur);
+  r.base = static_cast<std::size_t>(entre(avant.base, apres.base));
+  r.demi = static_cast<std::uint32_t>(entre(avant.demi, apres.demi)) / 64 * 64;
+  r.grand = static_cast<std::uint32_t>(entre(avant.grand, apres.grand));
+  r.petit = static_cast<std::uint32_t>(entre(avant.petit, apres.petit));
+  r.tolerance = entre(avant.tolerance, apres.tolerance);
+  r.exposant = entre(avant.exposant, apres.exposant);
+  r.facteur = entre(avant.facteur, apres.facteur);
   return r;
 }
 

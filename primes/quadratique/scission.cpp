@@ -14,10 +14,12 @@ std::optional<GrandsPremiers> grands_premiers(std::uint64_t reste, const BornesD
   if (reste < bornes.premier && reste < bornes.carre) {
     return GrandsPremiers{1, static_cast<std::uint32_t>(reste)};
   }
-  if (reste < bornes.carre || reste >= bornes.produit || est_premier(reste)) return std::nullopt;
+  if (reste < bornes.carre || reste >= bornes.produit || primalite::est_premier(reste))
+    return std::nullopt;
   // No splitting finds the root of a square.
-  const std::uint64_t racine = racine_carree(reste);
-  const std::uint64_t p = racine * racine == reste ? racine : scission(reste);
+  const std::uint64_t racine_entiere = racine_carree(reste);
+  const std::uint64_t p =
+      racine_entiere * racine_entiere == reste ? racine_entiere : scission(reste);
   if (p == 0) return std::nullopt;
   const auto [petit, grand] = std::minmax({p, reste / p});
   // Composite factors fall here too: they are above P^2.

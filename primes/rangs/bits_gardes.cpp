@@ -11,7 +11,7 @@
 #include "primes/arithmetique/bits.h"
 #include "primes/crible/crible.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 namespace {
 
@@ -47,7 +47,7 @@ void BitsGardes::etendre(std::int64_t borne) {
   const std::size_t taille = lignes * octets_par_ligne;
   faire_place(taille);
   const std::span<std::uint8_t> nouveaux(octets_.get() + taille_, taille - taille_);
-  Crible(taille_, taille).remplir(nouveaux);
+  crible::Crible(taille_, taille).remplir(nouveaux);
   const std::size_t avant = avant_.size();
   avant_.resize(lignes);
   const std::span<std::uint32_t> neuves = std::span{avant_}.subspan(avant);
@@ -101,4 +101,4 @@ std::int64_t BitsGardes::rang(std::int64_t v) const {
          std::popcount(dernier);
 }
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -15,7 +15,7 @@
 #include <span>
 #include <vector>
 
-namespace premiers {
+namespace premiers::rangs {
 
 struct BitsGardes {
   /// What is kept reaches no further than this: 17 MiB. A reading beyond counts within 2 ms; up to
@@ -52,4 +52,4 @@ struct BitsGardes {
   std::int64_t nombre_ = 0;
 };
 
-}  // namespace premiers
+}  // namespace premiers::rangs

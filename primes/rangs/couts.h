@@ -13,7 +13,7 @@
 
 #include "primes/arithmetique/processeur.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 /// Sieving `largeur` integers that end at x. An integer costs what its crossings cost, more from
 /// 10^12 on, where they go through buckets; each sieving prime up to the root costs once to be found
@@ -87,4 +87,4 @@ inline double cout_par_un_compte(double x) {
   return cout_compte(x) + cout_saut(part * std::sqrt(x), x);
 }
 
-}  // namespace premiers
+}  // namespace premiers::rangs

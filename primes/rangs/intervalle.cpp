@@ -9,7 +9,7 @@
 #include "primes/rangs/couts.h"
 #include "primes/rangs/lots_de_premiers.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 namespace {
 
@@ -33,10 +33,10 @@ std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi, std::uint64
   const auto debut = static_cast<std::uint64_t>(bornes.debut);
   const auto fin = static_cast<std::uint64_t>(bornes.fin);
   if (vaut_deux_comptes(largeur, x)) {
-    const std::uint64_t avant = nombre_premiers(debut - 1, etape(suivi, 0, 0.5));
-    return static_cast<std::int64_t>(nombre_premiers(fin, etape(suivi, 0.5, 1)) - avant);
+    const std::uint64_t avant = compte::nombre_premiers(debut - 1, etape(suivi, 0, 0.5));
+    return static_cast<std::int64_t>(compte::nombre_premiers(fin, etape(suivi, 0.5, 1)) - avant);
   }
-  return static_cast<std::int64_t>(compter_par_crible(debut, fin, suivi, memoire));
+  return static_cast<std::int64_t>(crible::compter_par_crible(debut, fin, suivi, memoire));
 }
 
-}  // namespace premiers
+}  // namespace premiers::rangs

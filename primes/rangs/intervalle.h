@@ -10,7 +10,7 @@
 #include "primes/crible/crible_grand.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 /// The integers from `debut` to `fin`, both included. What lies below 1 holds no prime.
 struct Intervalle {
@@ -21,6 +21,6 @@ struct Intervalle {
 /// How many primes lie in the interval.
 /// `memoire`: the budget of the sieve, in bytes.
 std::int64_t compter_premiers(Intervalle bornes, const Suivi& suivi = {},
-                              std::uint64_t memoire = CribleGrand::memoire_max);
+                              std::uint64_t memoire = crible::CribleGrand::memoire_max);
 
-}  // namespace premiers
+}  // namespace premiers::rangs

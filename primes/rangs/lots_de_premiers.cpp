@@ -8,7 +8,7 @@
 #include "primes/primalite/primalite.h"
 #include "primes/rangs/couts.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 namespace {
 
@@ -36,7 +36,7 @@ LotsDePremiers::LotsDePremiers(Intervalle bornes, std::uint64_t memoire) : LotsD
   if (debut > fin_) return;
   const double largeur = static_cast<double>(fin_ - debut_) + 1;
   if (vaut_un_par_un(largeur, static_cast<double>(fin_))) return;
-  fenetres_.emplace(debut, fin_, ChoixDesFenetres{.memoire = memoire});
+  fenetres_.emplace(debut, fin_, crible::ChoixDesFenetres{.memoire = memoire});
 }
 
 LotsDePremiers::LotsDePremiers(Intervalle bornes, std::span<const std::uint8_t> cribles)
@@ -85,10 +85,10 @@ void LotsDePremiers::prendre_du_crible(const Suivi& suivi) {
 void LotsDePremiers::decider_un_par_un(const Suivi& suivi) {
   const std::uint64_t n = std::min(nombres_par_lot, fin_ - position_ + 1);
   for (const std::uint64_t bout = position_ + n; position_ < bout; ++position_) {
-    if (position_ % 2 != 0 && est_premier(position_)) lot_[nombre_++] = position_;
+    if (position_ % 2 != 0 && primalite::est_premier(position_)) lot_[nombre_++] = position_;
   }
   if (!suivi) return;
   suivi(static_cast<double>(position_ - debut_) / static_cast<double>(fin_ - debut_ + 1));
 }
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -18,7 +18,7 @@
 #include "primes/rangs/intervalle.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 /// The primes of an interval in increasing order, batch after batch.
 struct LotsDePremiers {
@@ -41,10 +41,10 @@ struct LotsDePremiers {
   std::uint64_t debut_;
   std::uint64_t fin_;
   std::uint64_t position_;  // the first number not yet looked at
-  std::optional<Fenetres> fenetres_;
+  std::optional<crible::Fenetres> fenetres_;
   std::size_t lus_ = 0;  // bytes of the window already read
   std::unique_ptr<std::uint64_t[]> lot_;
   std::size_t nombre_ = 0;  // of primes in the batch
 };
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace premiers {
+namespace premiers::rangs {
 
 /// The bytes of one stretch that is sieved at once, and so of one round of the sieve. Each round goes
 /// through all sieving primes: half of it costs 1.6 times as much just below 2^63.
@@ -13,4 +13,4 @@ inline constexpr std::uint64_t octets_par_tranche = std::uint64_t{1} << 23;
 /// What the sieve of one stretch or listing may take for its large primes.
 inline constexpr std::uint64_t memoire_des_rangs = std::uint64_t{100} << 20;
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstddef>
 
-namespace premiers {
+namespace premiers::rangs {
 
 namespace {
 
@@ -76,8 +76,8 @@ std::int64_t inverse_de_riemann(std::int64_t n) {
   const long double l = std::log(std::max(rang, 3.0L));
   const long double ll = std::log(l);
   long double x = std::max(rang * (l + ll - 1 + (ll - 2) / l), 2.0L);
-  constexpr int pas_de_newton = 4;
-  for (int pas = 0; pas < pas_de_newton; ++pas) {
+  constexpr int tours_de_newton = 4;
+  for (int tour = 0; tour < tours_de_newton; ++tour) {
     x = std::max(x - (riemann(x) - rang) * std::log(x), 2.0L);
   }
   constexpr long double plus_grand = 9.223372036854775807e18L;
@@ -90,4 +90,4 @@ double largeur_pour(double n, double v) {
   return (n + ecarts_de_plus * (1 + std::sqrt(n))) * std::log(v);
 }
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -11,7 +11,7 @@
 
 #include <cstdint>
 
-namespace premiers {
+namespace premiers::rangs {
 
 /// R(x), for 2 <= x < 2^64.
 long double riemann(long double x);
@@ -22,4 +22,4 @@ std::int64_t inverse_de_riemann(std::int64_t n);
 /// About how many integers from v on hold n primes, rather more than fewer.
 double largeur_pour(double n, double v);
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -7,7 +7,7 @@
 #include "primes/rangs/memoire.h"
 #include "primes/rangs/riemann.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 SuiteDePremiers::SuiteDePremiers(const BitsGardes& gardes, std::int64_t debut, std::int64_t nombre,
                                  std::int64_t fin)
@@ -49,4 +49,4 @@ std::span<const std::uint64_t> SuiteDePremiers::suivant(const Suivi& suivi) {
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::rangs

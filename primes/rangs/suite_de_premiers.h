@@ -15,7 +15,7 @@
 #include "primes/rangs/lots_de_premiers.h"
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 struct SuiteDePremiers {
   /// No limit but the other one.
@@ -40,4 +40,4 @@ struct SuiteDePremiers {
   std::optional<LotsDePremiers> lots_;
 };
 
-}  // namespace premiers
+}  // namespace premiers::rangs

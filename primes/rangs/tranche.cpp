@@ -15,7 +15,7 @@
 #include "primes/rangs/memoire.h"
 #include "primes/rangs/riemann.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 namespace {
 
@@ -29,7 +29,8 @@ struct Tranche {
         taille_(static_cast<std::size_t>(static_cast<std::uint64_t>(b) / 30 - octet_ + 1)),
         octets_(std::make_unique_for_overwrite<std::uint8_t[]>(taille_ + sizeof(std::uint64_t))) {
     const std::span<std::uint8_t> octets(octets_.get(), taille_);
-    Crible(octet_, octet_ + taille_, ~std::uint64_t{0}, memoire_des_rangs).remplir(octets, suivi);
+    crible::Crible(octet_, octet_ + taille_, ~std::uint64_t{0}, memoire_des_rangs)
+        .remplir(octets, suivi);
     limiter(octets, static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b));
     std::fill_n(octets_.get() + taille_, sizeof(std::uint64_t), std::uint8_t{0});
   }
@@ -40,11 +41,11 @@ struct Tranche {
 
   /// The n-th prime of the stretch, 1 <= n <= nombre().
   std::int64_t premier(std::int64_t n) const {
-    constexpr std::size_t pas = 1 << 12;  // bytes counted at a time
+    constexpr std::size_t morceau = 1 << 12;  // bytes counted at a time
     std::size_t o = 0;
-    for (;; o += pas) {
-      const auto dedans =
-          static_cast<std::int64_t>(compter_bits({octets_.get() + o, std::min(pas, taille_ - o)}));
+    for (;; o += morceau) {
+      const auto dedans = static_cast<std::int64_t>(
+          compter_bits({octets_.get() + o, std::min(morceau, taille_ - o)}));
       if (n <= dedans) break;
       n -= dedans;
     }
@@ -59,9 +60,9 @@ struct Tranche {
 };
 
 /// The n-th prime met from v on by steps of 2, upward or downward; v is odd.
-std::int64_t un_par_un(std::int64_t v, std::int64_t n, std::int64_t pas) {
-  for (;; v += pas) {
-    if (est_premier(static_cast<std::uint64_t>(v)) && --n == 0) return v;
+std::int64_t un_par_un(std::int64_t v, std::int64_t n, std::int64_t sens) {
+  for (;; v += sens) {
+    if (primalite::est_premier(static_cast<std::uint64_t>(v)) && --n == 0) return v;
   }
 }
 
@@ -109,4 +110,4 @@ std::int64_t premier_avant(std::int64_t v, std::int64_t n, const Suivi& suivi) {
   }
 }
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -11,7 +11,7 @@
 
 #include "primes/suivi/suivi.h"
 
-namespace premiers {
+namespace premiers::rangs {
 
 /// The n-th prime above v, n >= 1, v >= 7; it must be below 2^63.
 std::int64_t premier_apres(std::int64_t v, std::int64_t n, const Suivi& suivi = {});
@@ -20,4 +20,4 @@ std::int64_t premier_apres(std::int64_t v, std::int64_t n, const Suivi& suivi = 
 /// 7 at least.
 std::int64_t premier_avant(std::int64_t v, std::int64_t n, const Suivi& suivi = {});
 
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 namespace premiers {
+inline namespace suivi {
 
 /// What a decomposition is busy with, in eight bytes: a signal handler reads them at once.
 struct alignas(8) Etape {
@@ -16,4 +17,5 @@ struct alignas(8) Etape {
   std::uint32_t numero = 0;   ///< curves: which one, from 1 on
 };
 
+}  // namespace suivi
 }  // namespace premiers

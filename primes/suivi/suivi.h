@@ -9,6 +9,7 @@
 #include "primes/suivi/etape.h"
 
 namespace premiers {
+inline namespace suivi {
 
 /// What long work calls now and then (every few milliseconds). Empty: nobody listens. It may throw: the
 /// work is then abandoned, whatever it had already finished stays valid.
@@ -43,4 +44,5 @@ inline Suivi etape(const Suivi& suivi, double debut, double fin) {
           suivi.annonce};
 }
 
+}  // namespace suivi
 }  // namespace premiers

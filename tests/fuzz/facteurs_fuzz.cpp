@@ -37,17 +37,19 @@ bool premier_selon_ntl(const ZZ& n) { return NTL::ProbPrime(n, 40) != 0; }
 
 void primalite(const ZZ& n) {
   const bool attendu = premier_selon_ntl(n);
-  exiger(premiers::est_premier(n) == attendu, "est_premier is wrong", n);
+  exiger(premiers::primalite::est_premier(n) == attendu, "est_premier is wrong", n);
   if (NTL::NumBits(n) <= 128) {
-    exiger(premiers::est_premier(premiers::en_entier128(n)) == attendu, "128 bits: wrong", n);
+    exiger(premiers::primalite::est_premier(premiers::en_entier128(n)) == attendu,
+           "128 bits: wrong", n);
   }
   if (NTL::NumBits(n) <= 64) {
-    exiger(premiers::est_premier(premiers::en_entier64(n)) == attendu, "64 bits: wrong", n);
+    exiger(premiers::primalite::est_premier(premiers::en_entier64(n)) == attendu, "64 bits: wrong",
+           n);
   }
 }
 
 void decomposition(const ZZ& N) {
-  const premiers::Facteurs facteurs = premiers::decomposer(N);
+  const premiers::facteurs::Facteurs facteurs = premiers::facteurs::decomposer(N);
   ZZ produit(1);
   ZZ precedent(1);
   for (const auto& [premier, exposant] : facteurs) {
@@ -59,7 +61,8 @@ void decomposition(const ZZ& N) {
   }
   exiger(produit == N, "the product of the factors is another number", N);
   if (N > 1 && NTL::NumBits(N) <= 64) {
-    const ZZ petit = NTL::conv<ZZ>(premiers::plus_petit_facteur(premiers::en_entier64(N)));
+    const ZZ petit =
+        NTL::conv<ZZ>(premiers::facteurs::plus_petit_facteur(premiers::en_entier64(N)));
     exiger(petit == facteurs.front().premier, "another smallest factor at 64 bits", N);
   }
 }

@@ -5,7 +5,7 @@
 
 #include "primes/compte/compte.h"
 
-namespace premiers {
+namespace premiers::compte {
 namespace {
 
 // T. Oliveira e Silva, "Tables of values of pi(x) and of pi2(x)" (2007).
@@ -14,4 +14,4 @@ TEST(CompteLong, PublishedCountAt10To17) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::compte

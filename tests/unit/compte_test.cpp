@@ -25,7 +25,7 @@
 #include "primes/compte/tables.h"
 #include "primes/crible/crible.h"
 
-namespace premiers {
+namespace premiers::compte {
 namespace {
 
 using Nombre = std::uint64_t;
@@ -190,7 +190,7 @@ TEST(CompteLent, DifferencesOfLargeXAsByTheSieve) {
   for (const double grandeur : {11.0, 12.0, 12.7, 13.3, 13.9}) {
     const auto a = static_cast<Nombre>(std::pow(10.0, grandeur)) + hasard() % 1000000;
     const Nombre b = a + hasard() % 20000000;
-    EXPECT_EQ(nombre_premiers(b) - nombre_premiers(a), compter_par_crible(a + 1, b)) << a;
+    EXPECT_EQ(nombre_premiers(b) - nombre_premiers(a), crible::compter_par_crible(a + 1, b)) << a;
   }
 }
 
@@ -312,7 +312,7 @@ TEST(CompteTables, PiByWindows) {
   const std::vector<Nombre> pi = pi_naif(100000);
   const TablePi table(100000);
   for (Nombre n = 5; n <= 100000; ++n) ASSERT_EQ(table(n), pi[n]) << n;
-  Fenetres fenetres(0, 240 * 400 - 1);
+  crible::Fenetres fenetres(0, 240 * 400 - 1);
   TablePi fenetre;
   for (const std::size_t nombre : {1u, 7u, 200u, 192u}) {
     fenetre.avancer(fenetres, nombre);
@@ -423,4 +423,4 @@ TEST(CompteSuivi, AnExceptionAbandonsTheWork) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::compte

@@ -15,18 +15,18 @@
 #include "primes/dette/recherche.h"
 #include "primes/facteurs/facteurs.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 namespace {
 
 using NTL::ZZ;
 using Liste = std::vector<std::pair<std::string, std::string>>;  // number, ways
 
 /// Searches and notes, as the dialogue does.
-std::uint64_t chercher_et_noter(const Recherche& recherche, const Gardes& gardes, Dette& dette,
-                                const Suivi& suivi = {}) {
-  NotesDeRecherche notes(dette, recherche);
+std::uint64_t chercher_et_noter(const Recherche& recherche, const Gardes& gardes,
+                                dette::Dette& dette, const Suivi& suivi = {}) {
+  dette::NotesDeRecherche notes(dette, recherche);
   const std::uint64_t effectif = chercher_concatenations(recherche, gardes, notes.examens(), suivi);
-  noter_recherche(dette, notes);
+  dette::noter_recherche(dette, notes);
   return effectif;
 }
 
@@ -47,7 +47,7 @@ Resultat chercher(const ZZ& debut, const ZZ& fin, bool premiers_seuls) {
       }
     }
   };
-  Dette dette;
+  dette::Dette dette;
   r.effectif = chercher_et_noter({debut, fin, premiers_seuls}, {garder, garder}, dette);
   r.borne_due = dette.borne_due;
   return r;
@@ -244,7 +244,7 @@ std::uint64_t note(const ZZ& S) {
   }
   if (NTL::NumBits(S) > 100) return 0;
   if (racine <= 10'000'000 || NTL::ProbPrime(S, 20)) return NTL::conv<unsigned long>(racine);
-  return NTL::conv<unsigned long>(decomposer(S).front().premier) - 1;
+  return NTL::conv<unsigned long>(facteurs::decomposer(S).front().premier) - 1;
 }
 
 TEST(ConcatenationsLent, GrowthBeyondTheExactBound) {
@@ -439,7 +439,7 @@ TEST(Concatenations, RefusesWhatIsNoRange) {
 
 TEST(Concatenations, ProgressRisesAndAbandonedWorkLeavesNoNote) {
   double derniere = 0;
-  Dette dette;
+  dette::Dette dette;
   const auto suivi = [&](double part) {
     EXPECT_GE(part, derniere);
     EXPECT_LE(part, 1);
@@ -447,15 +447,15 @@ TEST(Concatenations, ProgressRisesAndAbandonedWorkLeavesNoNote) {
   };
   const ZZ debut = NTL::power_ZZ(10, 30);
   chercher_et_noter({debut, debut + 300, false}, {}, dette, suivi);
-  EXPECT_GT(dette.borne_due, Dette{}.borne_due);
+  EXPECT_GT(dette.borne_due, dette::Dette{}.borne_due);
   EXPECT_GT(derniere, 0);
   struct Assez {};
-  Dette intacte;
+  dette::Dette intacte;
   EXPECT_THROW(
       chercher_et_noter({debut, debut + 300, false}, {}, intacte, [](double) { throw Assez{}; }),
       Assez);
-  EXPECT_EQ(intacte.borne_due, Dette{}.borne_due);
+  EXPECT_EQ(intacte.borne_due, dette::Dette{}.borne_due);
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -8,7 +8,7 @@
 #include "primes/facteurs/facteurs64.h"
 #include "primes/quadratique/crible_quadratique.h"
 
-namespace premiers {
+namespace premiers::quadratique {
 namespace {
 
 // The first primes from pi 2^108 and e 2^108 on, by PARI/GP's nextprime; isprime proves them.
@@ -29,7 +29,7 @@ TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf234BitsWithTwoLargePrimes) {
   static std::size_t scissions = 0;
   const auto facteur = facteur_quadratique(grand * petit, {}, [](std::uint64_t m) {
     ++scissions;
-    return plus_petit_facteur(m);
+    return facteurs::plus_petit_facteur(m);
   });
   ASSERT_TRUE(facteur.has_value());
   EXPECT_TRUE(*facteur == grand || *facteur == petit) << *facteur;
@@ -37,4 +37,4 @@ TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf234BitsWithTwoLargePrimes) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::quadratique

@@ -22,7 +22,7 @@
 #include "primes/quadratique/tamis.h"
 #include "primes/quadratique/vecteurs.h"
 
-namespace premiers {
+namespace premiers::quadratique {
 namespace {
 
 using quadratique::Entier256;
@@ -448,4 +448,4 @@ TEST(CribleQuadratiqueAlgebre, KernelMembersSumToZeroAndAreAsManyAsTheyMustBe) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::quadratique

@@ -27,7 +27,7 @@
 #include "primes/crible/partage.h"
 #include "primes/crible/roue_30030.h"
 
-namespace premiers {
+namespace premiers::crible {
 namespace {
 
 __extension__ typedef unsigned __int128 U128;
@@ -316,7 +316,7 @@ TEST(Crible, TheWholeIsTheSumOfItsParts) {
 TEST(CribleEnNombre, RoundsOfLargePrimesFollowOnOneAnother) {
   const std::uint64_t a = dix(13);
   const std::uint64_t b = a + 600'000'000;
-  EXPECT_EQ(compter_par_crible(a, b), nombre_premiers(b) - nombre_premiers(a - 1));
+  EXPECT_EQ(compter_par_crible(a, b), compte::nombre_premiers(b) - compte::nombre_premiers(a - 1));
 }
 
 // ---- Large sieving primes, kept or looked for in each round ------------------------------------
@@ -550,7 +550,7 @@ TEST(CribleLent, LargePrimesUpToTheEndOfTheNumbers) {
 TEST(CribleGrandLent, LittleMemoryChangesNoCount) {
   const std::uint64_t a = dix(13) + 17;
   const std::uint64_t b = a + 300'000'000;
-  const std::uint64_t attendu = nombre_premiers(b) - nombre_premiers(a - 1);
+  const std::uint64_t attendu = compte::nombre_premiers(b) - compte::nombre_premiers(a - 1);
   for (const std::uint64_t mega : {0U, 1U, 20U, 40U, 100U}) {
     EXPECT_EQ(compter_par_crible(a, b, {}, mega << 20), attendu) << mega;
   }
@@ -669,4 +669,4 @@ TEST(Bits, CountsAndPrimesOfEveryLength) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::crible

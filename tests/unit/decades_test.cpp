@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace premiers {
+namespace premiers::crible {
 namespace {
 
 TEST(Decades, AgreesWithAPlainSieve) {
@@ -68,4 +68,4 @@ TEST(DecadesGlissantes, SurvivesAnAbandonedSieve) {
 TEST(Decades, NoneIsKnownByDefault) { EXPECT_EQ(Decades().nombre(), 0U); }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -14,7 +14,7 @@
 #include "primes/facteurs/facteurs.h"
 #include "primes/facteurs/pont_pari.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 
 // For the messages of a failing test.
 void PrintTo(const Facteur& f, std::ostream* os) { *os << f.premier << '^' << f.exposant; }
@@ -334,4 +334,4 @@ TEST(Decomposer, MayBeAbandonedAtAnyCallAndStartedAgain) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

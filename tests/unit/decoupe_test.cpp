@@ -11,7 +11,7 @@
 #include "concat_modele.h"
 #include "primes/dette/morceaux.h"
 
-namespace premiers {
+namespace premiers::concatenations {
 namespace {
 
 using NTL::ZZ;
@@ -124,8 +124,8 @@ TEST(Decoupe, OwesWhatDividingItsPiecesOwes) {
     modele::Concatenations tables{
         [&](const ZZ& S) { return table.est_premier(NTL::conv<unsigned long>(S)); }};
     tables.compter(std::to_string(n));
-    Dette dette;
-    noter_morceaux(dette, decouper(NTL::conv<ZZ>(n)));
+    dette::Dette dette;
+    dette::noter_morceaux(dette, decouper(NTL::conv<ZZ>(n)));
     ASSERT_EQ(modele::premier_apres(dette.borne_due), table.premiers.back()) << n;
   }
 }
@@ -140,4 +140,4 @@ TEST(Decoupe, ProgressEndsAtOne) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::concatenations

@@ -21,23 +21,24 @@ std::size_t communs(const std::string& a, const std::string& b) {
 }
 
 /// Each piece by itself, leading zeros and all.
-void noter_tout(Dette& dette, const std::string& chiffres) {
+void noter_tout(dette::Dette& dette, const std::string& chiffres) {
   for (std::size_t t = 0; t < chiffres.size(); ++t) {
     for (std::size_t u = 1; u <= chiffres.size() - t; ++u) {
-      noter_prem(dette, valeur_des_chiffres(std::string_view(chiffres).substr(t, u)));
+      dette::noter_prem(
+          dette, concatenations::valeur_des_chiffres(std::string_view(chiffres).substr(t, u)));
     }
   }
 }
 
 /// The bound after all pieces of `nombre` numbers from there on.
 void comparer(const ZZ& debut, std::uint64_t nombre) {
-  Dette dette;
-  Dette attendue;
-  DetteMorceaux morceaux(dette, nombre);
+  dette::Dette dette;
+  dette::Dette attendue;
+  dette::DetteMorceaux morceaux(dette, nombre);
   std::string avant;
   for (std::uint64_t i = 0; i < nombre; ++i) {
     const std::string chiffres = modele::texte(debut + static_cast<long>(i));
-    morceaux.noter(chiffres, Morceaux::tous, communs(avant, chiffres));
+    morceaux.noter(chiffres, concatenations::Morceaux::tous, communs(avant, chiffres));
     noter_tout(attendue, chiffres);
     ASSERT_EQ(dette.borne_due, attendue.borne_due) << chiffres;
     avant = chiffres;
@@ -72,9 +73,10 @@ TEST(DetteMorceaux, AnyNumbers) {
 
 /// Notes the number alone, as one of many or by itself, over a debt.
 std::uint64_t noter_seul(const ZZ& N, std::uint64_t borne_due, std::uint64_t largeur) {
-  Dette dette;
+  dette::Dette dette;
   dette.borne_due = borne_due;
-  DetteMorceaux(dette, largeur).noter(modele::texte(N), Morceaux::nombre_entier);
+  dette::DetteMorceaux(dette, largeur)
+      .noter(modele::texte(N), concatenations::Morceaux::nombre_entier);
   return dette.borne_due;
 }
 

@@ -16,7 +16,7 @@
 #include "primes/prem.h"
 #include "primes/rangs/intervalle.h"
 
-namespace premiers {
+namespace premiers::dette {
 namespace {
 
 constexpr std::int64_t jusqu = 20'000;
@@ -83,7 +83,7 @@ std::int64_t np_paye(const Dette& dette) {
 
 std::int64_t np_de_decomposition(std::int64_t N) {
   Dette dette;
-  noter_decomposition(dette, decomposer(NTL::ZZ(N)));
+  noter_decomposition(dette, facteurs::decomposer(NTL::ZZ(N)));
   return np_paye(dette);
 }
 
@@ -239,7 +239,7 @@ TEST_F(DetteTestLent, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore
   noter_prem(exacte, NTL::ZZ(S3));
   EXPECT_EQ(exacte.borne_due, static_cast<std::uint64_t>(q - 1));
   Dette decomposition;
-  noter_decomposition(decomposition, decomposer(NTL::ZZ(S3)));
+  noter_decomposition(decomposition, facteurs::decomposer(NTL::ZZ(S3)));
   EXPECT_EQ(decomposition.borne_due, static_cast<std::uint64_t>(q - 1));
 }
 
@@ -247,7 +247,7 @@ TEST_F(DetteTestLent, ARootThatRoundsUpToAPrimeObligesThePlainTestToOnePrimeMore
 // A006880), and 10^9 + 7 is the next (A033873).
 TEST_F(DetteTest, APrimeOf19DigitsOwesThePrimesUpToABillion) {
   Dette dette;
-  noter_decomposition(dette, decomposer(NTL::ZZ(1'000'000'000'000'000'009)));
+  noter_decomposition(dette, facteurs::decomposer(NTL::ZZ(1'000'000'000'000'000'009)));
   EXPECT_EQ(dette.borne_due, 1'000'000'000U);
   Table table;
   payer(dette, table);
@@ -278,16 +278,16 @@ TEST_F(DetteTest, ANoteBeyondTheLimitIsNotTaken) {
 TEST_F(DetteTest, ADecisionBeyondTheLimitLeavesNoNoteAtAll) {
   const NTL::ZZ dix(10);
   Dette dix_40;
-  noter_decomposition(dix_40,
-                      std::vector<Facteur>{{NTL::ZZ(1009), 1}, {NTL::power(dix, 40) + 121, 1}});
+  noter_decomposition(
+      dix_40, std::vector<facteurs::Facteur>{{NTL::ZZ(1009), 1}, {NTL::power(dix, 40) + 121, 1}});
   EXPECT_EQ(dix_40.borne_due, Dette{}.borne_due) << "the root, 10^20, is the note of the decision";
   Dette dix_30;
-  noter_decomposition(dix_30,
-                      std::vector<Facteur>{{NTL::ZZ(1009), 1}, {NTL::power(dix, 30) + 57, 1}});
+  noter_decomposition(
+      dix_30, std::vector<facteurs::Facteur>{{NTL::ZZ(1009), 1}, {NTL::power(dix, 30) + 57, 1}});
   EXPECT_EQ(dix_30.borne_due, 1'000'000'000'000'000U);
   const NTL::ZZ p = NTL::power2_ZZ(51) - 129, q = NTL::power2_ZZ(51) + 65;
   Dette deux_grands;
-  noter_decomposition(deux_grands, std::vector<Facteur>{{p, 1}, {q, 1}});
+  noter_decomposition(deux_grands, std::vector<facteurs::Facteur>{{p, 1}, {q, 1}});
   EXPECT_EQ(deux_grands.borne_due, Dette{}.borne_due) << "the smaller factor, above 2^50";
 }
 
@@ -303,4 +303,4 @@ TEST_F(DetteTest, PayingChangesNothingWhereTheTableReachesFarEnough) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::dette

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using NTL::ZZ;
@@ -90,4 +90,4 @@ TEST(Echelle, LeavesWhatIsTooLongForItsRings) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

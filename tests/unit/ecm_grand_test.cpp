@@ -23,7 +23,7 @@
 #include "primes/facteurs/ecm_seconde.h"
 #include "primes/facteurs/p_moins_un.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using ecm::BornesLongues;
@@ -118,7 +118,7 @@ TEST(Rangees, HoldEveryPrimeBetweenTheBoundsAndNothingBeside) {
   std::size_t paires = 0;
   std::vector<ecm::Paire> rangee;
   for (std::size_t i = 0; i < rangees.bits.size(); ++i) {
-    const std::uint64_t milieu = (rangees.k0 + i) * ecm::Rangees::pas;
+    const std::uint64_t milieu = (rangees.k0 + i) * ecm::Rangees::pas_de_geant;
     ecm::lire_rangee(rangees.bits[i], rangee);
     for (const auto& [geant, b] : rangee) {
       EXPECT_EQ(geant, 0);
@@ -198,7 +198,7 @@ TEST(Comparer, StepByStepKeepsThePointsOfABlockApart) {
   const MontgomeryLong a{p * q};
   const auto points = points_de(a, {ZZ{3}, 2 * q, 5 * p, ZZ{7}});
   const auto bebes = points_de(a, std::vector<ZZ>(ecm::Rangees::bebes, ZZ{1}));
-  ecm::Rangees rangees{2000, 2000 + 3 * ecm::Rangees::pas};
+  ecm::Rangees rangees{2000, 2000 + 3 * ecm::Rangees::pas_de_geant};
   ASSERT_LE(rangees.bits.size(), points.size());
   for (auto& rangee : rangees.bits) rangee = {};
   for (const auto& [allure, attendu] :
@@ -336,4 +336,4 @@ TEST(MoinsUn, SeparatesTwoFactorsThatTheSameStageFinds) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

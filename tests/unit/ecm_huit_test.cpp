@@ -12,7 +12,7 @@
 #include "primes/facteurs/huit.h"
 #include "versions_de_huit.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 using NTL::ZZ;
@@ -123,4 +123,4 @@ TEST(HuitCourbes, TellThatTheyAreAliveAllAlong) {
 }
 
 }  // namespace
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -8,7 +8,7 @@
 #include <initializer_list>
 #include <vector>
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using NTL::ZZ;
@@ -105,4 +105,4 @@ TEST(Etendue, AWideStretchAgreesWithItsParts) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

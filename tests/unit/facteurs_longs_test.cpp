@@ -12,7 +12,7 @@
 #include "primes/arithmetique/zz.h"
 #include "primes/facteurs/petits_facteurs.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using NTL::power2_ZZ;
@@ -135,4 +135,4 @@ TEST(PetitsFacteurs, InIncreasingOrderAndDownToOne) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

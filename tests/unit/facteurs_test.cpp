@@ -23,7 +23,7 @@
 #include "primes/facteurs/petits_diviseurs.h"
 #include "primes/facteurs/rho.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 bool juge(std::uint64_t p) { return NTL::ProbPrime(en_zz(p), 20) != 0; }
@@ -262,15 +262,15 @@ TEST(Ecm, ChainsMultiplyByTheLeastCommonMultiple) {
 
 TEST(Ecm, PairsCoverEveryPrime) {
   const auto& t = ecm::paires_courtes;
-  std::vector<bool> couvert(t.portee + t.pas, false);
+  std::vector<bool> couvert(t.portee + t.pas_de_geant, false);
   for (std::size_t k = 1; k <= t.geants_max; ++k) {
     for (std::size_t i = t.debut[k]; i < t.debut[k + 1]; ++i) {
       ASSERT_EQ(t.paires[i].geant, k);
-      couvert[k * t.pas - t.residus[t.paires[i].bebe]] = true;
-      couvert[k * t.pas + t.residus[t.paires[i].bebe]] = true;
+      couvert[k * t.pas_de_geant - t.residus[t.paires[i].bebe]] = true;
+      couvert[k * t.pas_de_geant + t.residus[t.paires[i].bebe]] = true;
     }
   }
-  for (std::size_t p = t.pas / 2 + 1; p <= t.portee; ++p) {
+  for (std::size_t p = t.pas_de_geant / 2 + 1; p <= t.portee; ++p) {
     if (juge(p)) {
       EXPECT_TRUE(couvert[p]) << p;
     }
@@ -352,4 +352,4 @@ TEST(Facteurs128, FermatAndMersenneNumbers) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

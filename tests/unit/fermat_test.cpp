@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using NTL::ZZ;
@@ -60,4 +60,4 @@ TEST(Fermat, GivesNothingOfPrimesAndOnlyProperFactors) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -11,7 +11,7 @@
 
 #include "versions_de_huit.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 namespace {
 
 using NTL::ZZ;
@@ -114,4 +114,4 @@ TEST(Huit, TheDifferenceOfEqualsIsAMultipleOfN) {
 }
 
 }  // namespace
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

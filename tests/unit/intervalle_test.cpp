@@ -14,7 +14,7 @@
 #include "primes/primalite/primalite.h"
 #include "primes/rangs/lots_de_premiers.h"
 
-namespace premiers {
+namespace premiers::rangs {
 namespace {
 
 constexpr std::int64_t le_plus_grand = std::numeric_limits<std::int64_t>::max();
@@ -30,7 +30,7 @@ bool premier_par_division(std::int64_t n) {
 
 std::vector<std::int64_t> par_lots(Intervalle bornes) {
   std::vector<std::int64_t> premiers;
-  LotsDePremiers lots(bornes, CribleGrand::memoire_max);
+  LotsDePremiers lots(bornes, crible::CribleGrand::memoire_max);
   for (auto lot = lots.suivant(); !lot.empty(); lot = lots.suivant()) {
     for (const std::uint64_t p : lot) premiers.push_back(static_cast<std::int64_t>(p));
   }
@@ -42,7 +42,7 @@ std::vector<std::int64_t> par_lots(Intervalle bornes) {
 std::vector<std::int64_t> un_par_un(Intervalle bornes) {
   std::vector<std::int64_t> premiers;
   for (std::int64_t n = bornes.debut; n <= bornes.fin; ++n) {
-    if (est_premier(static_cast<std::uint64_t>(n))) premiers.push_back(n);
+    if (primalite::est_premier(static_cast<std::uint64_t>(n))) premiers.push_back(n);
     if (n == le_plus_grand) break;
   }
   return premiers;
@@ -139,13 +139,13 @@ TEST_P(TroisVoies, WideIntervalsAgreeWithTheBareSieve) {
   const std::int64_t largeur = GetParam() > 1'000'000'000'000'000 ? 3'000'000 : 300'000;
   const std::int64_t fin = GetParam() - tirer(1'000'000);
   const Intervalle bornes{fin - largeur, fin};
-  const auto effectif = static_cast<std::int64_t>(compter_par_crible(
+  const auto effectif = static_cast<std::int64_t>(crible::compter_par_crible(
       static_cast<std::uint64_t>(bornes.debut), static_cast<std::uint64_t>(bornes.fin)));
   EXPECT_EQ(compter_premiers(bornes), effectif);
   const std::vector<std::int64_t> premiers = par_lots(bornes);
   EXPECT_EQ(static_cast<std::int64_t>(premiers.size()), effectif);
   for (std::size_t i = 0; i < premiers.size(); i += 97) {
-    EXPECT_TRUE(est_premier(static_cast<std::uint64_t>(premiers[i])));
+    EXPECT_TRUE(primalite::est_premier(static_cast<std::uint64_t>(premiers[i])));
   }
 }
 
@@ -156,17 +156,17 @@ INSTANTIATE_TEST_SUITE_P(UpToTheEnd, TroisVoies,
 TEST(TroisVoies, TheCombinatorialCountAgreesWithTheSieve) {
   for (const std::int64_t fin : {10'000'000LL, 123'456'789LL, 300'000'007LL}) {
     const auto naturel = static_cast<std::uint64_t>(fin);
-    EXPECT_EQ(nombre_premiers(naturel), compter_par_crible(2, naturel));
+    EXPECT_EQ(compte::nombre_premiers(naturel), crible::compter_par_crible(2, naturel));
   }
   // A width of 2 10^6 at 10^12: one count minus the other.
   const std::uint64_t debut = 1'000'000'000'000;
-  EXPECT_EQ(nombre_premiers(debut + 2'000'000) - nombre_premiers(debut),
-            compter_par_crible(debut + 1, debut + 2'000'000));
+  EXPECT_EQ(compte::nombre_premiers(debut + 2'000'000) - compte::nombre_premiers(debut),
+            crible::compter_par_crible(debut + 1, debut + 2'000'000));
 }
 
 TEST(Progress, IsToldInOrderAndMayAbandonTheWork) {
   std::vector<double> parts;
-  LotsDePremiers lots({1, 100'000'000}, CribleGrand::memoire_max);
+  LotsDePremiers lots({1, 100'000'000}, crible::CribleGrand::memoire_max);
   while (!lots.suivant([&](double part) { parts.push_back(part); }).empty()) {
   }
   ASSERT_GE(parts.size(), 3U);
@@ -179,4 +179,4 @@ TEST(Progress, IsToldInOrderAndMayAbandonTheWork) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::rangs

@@ -17,7 +17,7 @@
 #include <new>
 #include <string>
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using NTL::ZZ;
@@ -174,4 +174,4 @@ TEST_F(PontPariDeathTest, MemoryThatEndsInTheLibraryIsAnExceptionAndItGoesOn) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -11,7 +11,7 @@
 
 #include "primes/facteurs/pont_pari.h"
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using NTL::power2_ZZ;
@@ -91,4 +91,4 @@ TEST(Preuve, CompositesThatLookPrime) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

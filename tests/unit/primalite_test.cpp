@@ -11,7 +11,7 @@
 
 #include "primes/arithmetique/zz.h"
 
-namespace premiers {
+namespace premiers::primalite {
 namespace {
 
 NTL::ZZ zz(const char* texte) { return NTL::conv<NTL::ZZ>(texte); }
@@ -182,4 +182,4 @@ TEST(Primalite, ArnaultsComposite) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::primalite

@@ -4,7 +4,7 @@
 #include <NTL/ZZ.h>
 #include <gtest/gtest.h>
 
-namespace premiers {
+namespace premiers::facteurs {
 namespace {
 
 using NTL::power;
@@ -33,4 +33,4 @@ TEST(PuissanceParfaite, NeighboursOfPowersAreNone) {  // P. Mihailescu: only 8 a
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::facteurs

@@ -24,7 +24,7 @@
 namespace premiers::quadratique {
 namespace {
 
-std::uint64_t scinder(std::uint64_t m) { return plus_petit_facteur(m); }
+std::uint64_t scinder(std::uint64_t m) { return facteurs::plus_petit_facteur(m); }
 
 // ---- Residues ------------------------------------------------------------------------------------
 

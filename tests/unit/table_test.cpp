@@ -18,7 +18,7 @@
 namespace premiers {
 namespace {
 
-constexpr std::int64_t sans_limite = SuiteDePremiers::sans_limite;
+constexpr std::int64_t sans_limite = rangs::SuiteDePremiers::sans_limite;
 
 /// The primes up to `limite` by the plain sieve, behind a slot 0.
 std::vector<std::int64_t> premiers_naifs(std::int64_t limite) {
@@ -37,7 +37,7 @@ std::int64_t taille(const std::vector<std::int64_t>& premiers) {
 }
 
 /// What a suite holds, all batches in a row.
-std::vector<std::int64_t> tout(SuiteDePremiers suite) {
+std::vector<std::int64_t> tout(rangs::SuiteDePremiers suite) {
   std::vector<std::int64_t> premiers;
   for (auto lot = suite.suivant(); !lot.empty(); lot = suite.suivant()) {
     premiers.insert(premiers.end(), lot.begin(), lot.end());
@@ -262,15 +262,15 @@ TEST(Borders, WhatIsKeptAgreesWithWhatIsCounted) {
 
 // Every place around the end of what is kept, from both sides.
 TEST(Borders, AtTheEndOfWhatIsKept) {
-  BitsGardes gardes;
-  gardes.etendre(BitsGardes::borne_max);
-  EXPECT_EQ(gardes.borne(), BitsGardes::borne_max);
+  rangs::BitsGardes gardes;
+  gardes.etendre(rangs::BitsGardes::borne_max);
+  EXPECT_EQ(gardes.borne(), rangs::BitsGardes::borne_max);
   Table table;
-  table.etendre_au_dela(2 * BitsGardes::borne_max);
+  table.etendre_au_dela(2 * rangs::BitsGardes::borne_max);
   const std::int64_t np = gardes.nombre();
   for (int fois = 0; fois < 2; ++fois) {
     for (std::int64_t k = np - 30; k <= np; ++k) ASSERT_EQ(table[k], gardes.premier(k)) << k;
-    ASSERT_GT(table[np + 1], BitsGardes::borne_max);
+    ASSERT_GT(table[np + 1], rangs::BitsGardes::borne_max);
     ASSERT_EQ(table.jusqu_a(table[np + 1]).rang, np + 1);
     const auto liste = tout(table.suite(table[np - 30], 60, sans_limite));
     ASSERT_EQ(liste.size(), 60U);

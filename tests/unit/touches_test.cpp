@@ -14,7 +14,7 @@
 #include "primes/arithmetique/bits.h"
 #include "primes/arithmetique/roue.h"
 
-namespace premiers {
+namespace premiers::crible {
 namespace {
 
 constexpr std::size_t nombre_octets = 2003;
@@ -182,4 +182,4 @@ TEST_P(Multiples, UpToTheEndOfTheNumbers) {
 }
 
 }  // namespace
-}  // namespace premiers
+}  // namespace premiers::crible

@@ -7,7 +7,7 @@
 #include "primes/arithmetique/processeur.h"
 #include "primes/facteurs/huit.h"
 
-namespace premiers::ecm {
+namespace premiers::facteurs::ecm {
 
 /// Calls f with each of them; skips the test where there is none.
 template <class F>
@@ -22,4 +22,4 @@ void pour_chaque_version(const F& f) {
   if (!une) GTEST_SKIP() << "no processor for eight lanes";
 }
 
-}  // namespace premiers::ecm
+}  // namespace premiers::facteurs::ecm

@@ -130,7 +130,7 @@ TEST(Versions, FilterLargePrimes) {
   constexpr std::size_t n_octets = 100;
   constexpr std::uint32_t garde = 0xFFFFFFFF;
   const Octets octets = octets_au_hasard(n_octets, 4);
-  pour_chaque_version("touches", versions_de_touches(), [&](auto filtrer) {
+  pour_chaque_version("touches", crible::versions_de_touches(), [&](auto filtrer) {
     std::size_t superflus = 0;
     std::size_t candidats = 0;
     for (const std::uint64_t octet_initial : {20'000ULL, 33'333'333ULL, 143'165'000ULL}) {
@@ -138,7 +138,7 @@ TEST(Versions, FilterLargePrimes) {
         for (std::size_t n = 0; n <= n_octets; ++n) {
           const std::size_t debut = (n_octets - n) % 9;
           const std::span<const std::uint8_t> vus(octets.data() + debut, n - std::min(n, debut));
-          const Fenetre w{fenetre + n, fenetre + n + 20'000'000};
+          const crible::Fenetre w{fenetre + n, fenetre + n + 20'000'000};
           Nombres gardes(8 * vus.size() + 17, garde);
           const std::size_t combien = filtrer(vus, octet_initial, w, gardes.data());
           ASSERT_EQ(gardes.back(), garde) << "wrote behind the room that it asks for";
@@ -162,11 +162,11 @@ TEST(Versions, FilterLargePrimes) {
 // The order is not part of the answer.
 TEST(Versions, MultiplesOfLargeSievingPrimes) {
   std::mt19937_64 hasard(5);
-  pour_chaque_version("multiples", versions_de_multiples(), [&](auto lister) {
+  pour_chaque_version("multiples", crible::versions_de_multiples(), [&](auto lister) {
     for (const std::uint64_t debut : {1'099'511'627'790ULL, 9'223'372'036'000'000'020ULL}) {
       Nombres candidats;
       for (std::size_t n = 0; n <= 40; ++n) {
-        const Fenetre w{debut / 30 * 30, debut / 30 * 30 + 600'000'000};
+        const crible::Fenetre w{debut / 30 * 30, debut / 30 * 30 + 600'000'000};
         Nombres trouves(candidats.size() * 700 + 8);
         trouves.resize(lister(candidats, w, trouves.data()));
         Nombres attendus;
@@ -196,7 +196,7 @@ struct Marcheur {
 void marcher_lentement(Marcheur& x, std::uint64_t taille, Nombres& passes) {
   while (x.place < taille) {
     const unsigned reste = 0xFF & ~(1U << indice_suivant[x.p * x.q % 30]);
-    passes.push_back(static_cast<std::uint32_t>(x.place << Marcheurs::ou_octet | reste));
+    passes.push_back(static_cast<std::uint32_t>(x.place << crible::Marcheurs::ou_octet | reste));
     const std::uint64_t avant = x.p * x.q / 30;
     do ++x.q;
     while (x.q % 2 == 0 || x.q % 3 == 0 || x.q % 5 == 0 || x.q % 7 == 0);
@@ -210,18 +210,18 @@ std::vector<Marcheur> marcheurs_au_hasard(std::size_t n, std::size_t r, std::mt1
   std::vector<Marcheur> liste(n);
   for (std::size_t i = 0; i < n; ++i) {
     const std::uint64_t k = i == 0 ? (1U << 24) / 30 - 1 : 4370 + hasard() % (5000U << i % 7);
-    liste[i] = {30 * k + residus[r], roue_210::valeurs[i % 48], hasard() % (10 * k)};
+    liste[i] = {30 * k + residus[r], crible::roue_210::valeurs[i % 48], hasard() % (10 * k)};
   }
   return liste;
 }
 
-void comparer_la_marche(decltype(&marcher) marcher_ici, std::size_t n, std::size_t r,
+void comparer_la_marche(decltype(&crible::marcher) marcher_ici, std::size_t n, std::size_t r,
                         std::uint32_t taille, std::mt19937_64& hasard) {
   auto liste = marcheurs_au_hasard(n, r, hasard);
-  const auto bloc = std::make_unique<Marcheurs>();
+  const auto bloc = std::make_unique<crible::Marcheurs>();
   for (std::size_t i = 0; i < n; ++i) {
-    bloc->etat[i] = static_cast<std::uint32_t>(liste[i].p / 30 << Marcheurs::ou_k | i % 48);
-    bloc->place[i] = static_cast<std::uint32_t>(liste[i].place << Marcheurs::ou_octet);
+    bloc->etat[i] = static_cast<std::uint32_t>(liste[i].p / 30 << crible::Marcheurs::ou_k | i % 48);
+    bloc->place[i] = static_cast<std::uint32_t>(liste[i].place << crible::Marcheurs::ou_octet);
   }
   for (int segment = 0; segment < 3; ++segment) {
     Nombres attendus;
@@ -234,8 +234,8 @@ void comparer_la_marche(decltype(&marcher) marcher_ici, std::size_t n, std::size
     std::sort(attendus.begin(), attendus.end());
     ASSERT_EQ(passes, attendus) << n << " of residue " << r << ", " << taille << " bytes";
     for (std::size_t i = 0; i < n; ++i) {
-      ASSERT_EQ(bloc->place[i], liste[i].place << Marcheurs::ou_octet) << i;
-      ASSERT_EQ(bloc->etat[i] >> Marcheurs::ou_k, liste[i].p / 30) << i;
+      ASSERT_EQ(bloc->place[i], liste[i].place << crible::Marcheurs::ou_octet) << i;
+      ASSERT_EQ(bloc->etat[i] >> crible::Marcheurs::ou_k, liste[i].p / 30) << i;
     }
   }
 }
@@ -243,19 +243,19 @@ void comparer_la_marche(decltype(&marcher) marcher_ici, std::size_t n, std::size
 // The order is not part of the answer.
 TEST(Versions, WalkFromMultipleToMultiple) {
   std::mt19937_64 hasard(6);
-  pour_chaque_version("marcher", versions_de_marcher(), [&](auto marcher_ici) {
+  pour_chaque_version("marcher", crible::versions_de_marcher(), [&](auto marcher_ici) {
     for (std::size_t r = 0; r < 8; ++r) {
       for (const std::uint32_t taille : {1U, 1000U, (1U << 19) - 1, 1U << 19}) {
         for (std::size_t n = 0; n <= 33; ++n) comparer_la_marche(marcher_ici, n, r, taille, hasard);
-        comparer_la_marche(marcher_ici, Marcheurs::places - 1, r, taille, hasard);
-        comparer_la_marche(marcher_ici, Marcheurs::places, r, taille, hasard);
+        comparer_la_marche(marcher_ici, crible::Marcheurs::places - 1, r, taille, hasard);
+        comparer_la_marche(marcher_ici, crible::Marcheurs::places, r, taille, hasard);
       }
     }
   });
 }
 
 bool a_un_petit_facteur(std::uint64_t n) {
-  for (std::uint64_t p = 7; p <= dernier_precrible; p += 2) {
+  for (std::uint64_t p = 7; p <= crible::dernier_precrible; p += 2) {
     if (n % p == 0 && n != p) return true;
   }
   return n == 1;
@@ -265,7 +265,7 @@ bool a_un_petit_facteur(std::uint64_t n) {
 // matter.
 TEST(Versions, Presieve) {
   constexpr std::size_t garde = 64;
-  pour_chaque_version("precribler", versions_de_precribler(), [](auto precribler_ici) {
+  pour_chaque_version("precribler", crible::versions_de_precribler(), [](auto precribler_ici) {
     // The start, and where a pattern ends: the periods of 41 * 163 and 7 * 23 * 37 bytes.
     for (const std::uint64_t octet_initial : {0ULL, 1ULL, 41ULL * 163 - 70, 7ULL * 23 * 37 - 33,
                                               1'000'000'007ULL, 307'445'734'561'825'000ULL}) {
@@ -306,16 +306,16 @@ struct SegmentNaif {
   }
 };
 
-void comparer_le_segment(const SegmentCompte::Noyaux& noyaux, std::size_t taille,
+void comparer_le_segment(const compte::SegmentCompte::Noyaux& noyaux, std::size_t taille,
                          std::uint64_t octet) {
   constexpr std::array<std::uint32_t, 2> facteurs_a{7, 11};
   constexpr std::array<std::uint32_t, 2> facteurs_b{13, 17};
   constexpr std::array<std::uint32_t, 1> facteurs_c{23};
-  SegmentCompte s(taille);
+  compte::SegmentCompte s(taille);
   s.noyaux = noyaux;
   s.octet = octet;
-  s.commencer(Motif(facteurs_a), Motif(facteurs_b));
-  s.poser(Motif(facteurs_c));
+  s.commencer(compte::Motif(facteurs_a), compte::Motif(facteurs_b));
+  s.poser(compte::Motif(facteurs_c));
   SegmentNaif naif{std::vector<bool>(8 * taille)};
   for (std::size_t i = 0; i < 8 * taille; ++i) {
     const std::uint64_t n = 30 * (octet + i / 8) + residus[i % 8];
@@ -330,7 +330,7 @@ void comparer_le_segment(const SegmentCompte::Noyaux& noyaux, std::size_t taille
     ASSERT_EQ(s.blocs[b], naif.compter(1920 * (b + 1) - 1) - avant) << b;
     // Of each block its words, from end to end, one question alone and four with their signs.
     for (std::uint32_t n = 0; n < 1920; n += n % 240 < 238 ? 119 : 1) {
-      const auto q = static_cast<Question>(2 * (1920 * b + n));
+      const auto q = static_cast<compte::Question>(2 * (1920 * b + n));
       const std::uint64_t jusque = naif.compter(1920 * b + n) - avant;
       ASSERT_EQ(s.noyaux.compter(s, std::array{q}), jusque) << b << ' ' << n;
       ASSERT_EQ(s.noyaux.compter(s, std::array{q, q + 1, q + 1, q + 1}), 0 - 2 * jusque);
@@ -341,16 +341,16 @@ void comparer_le_segment(const SegmentCompte::Noyaux& noyaux, std::size_t taille
 }
 
 // The blocks before that of a question, at both ends of each block, and so many questions at once.
-void comparer_les_blocs_avant(const SegmentCompte::Noyaux& noyaux) {
+void comparer_les_blocs_avant(const compte::SegmentCompte::Noyaux& noyaux) {
   constexpr std::size_t blocs = 65'536;
-  constexpr Question par_bloc = 2 * 1920;
-  SegmentCompte s(blocs * SegmentCompte::octets_par_bloc);
+  constexpr compte::Question par_bloc = 2 * 1920;
+  compte::SegmentCompte s(blocs * compte::SegmentCompte::octets_par_bloc);
   std::mt19937 hasard(8);
   for (std::uint32_t& a : s.avant) a = static_cast<std::uint32_t>(hasard());
-  std::vector<Question> questions;
+  std::vector<compte::Question> questions;
   std::uint64_t somme = 0;
   for (std::uint32_t b = 0; b < blocs; ++b) {
-    for (const Question q :
+    for (const compte::Question q :
          {b * par_bloc, b * par_bloc + 1, (b + 1) * par_bloc - 2, (b + 1) * par_bloc - 1}) {
       questions.push_back(q);
       somme += q % 2 == 0 ? s.avant[b] : 0 - std::uint64_t{s.avant[b]};
@@ -364,14 +364,16 @@ void comparer_les_blocs_avant(const SegmentCompte::Noyaux& noyaux) {
 }
 
 TEST(Versions, CountingSieve) {
-  pour_chaque_version("segment", SegmentCompte::versions_des_noyaux(), [](const auto& noyaux) {
-    for (const std::size_t taille : std::initializer_list<std::size_t>{64, 128, 192, 512, 576}) {
-      for (const std::uint64_t octet : {0ULL, 64ULL, 1'000'064ULL}) {
-        comparer_le_segment(noyaux, taille, octet);
-      }
-    }
-    comparer_les_blocs_avant(noyaux);
-  });
+  pour_chaque_version("segment", compte::SegmentCompte::versions_des_noyaux(),
+                      [](const auto& noyaux) {
+                        for (const std::size_t taille :
+                             std::initializer_list<std::size_t>{64, 128, 192, 512, 576}) {
+                          for (const std::uint64_t octet : {0ULL, 64ULL, 1'000'064ULL}) {
+                            comparer_le_segment(noyaux, taille, octet);
+                          }
+                        }
+                        comparer_les_blocs_avant(noyaux);
+                      });
 }
 
 /// The integers coprime to 2310 one by one, as often as the test needs them.
@@ -386,25 +388,26 @@ const std::vector<std::uint32_t>& roue() {
   return liste;
 }
 
-void comparer_ce_qui_est_retenu(const BouclesDuLot& boucles,
+void comparer_ce_qui_est_retenu(const compte::BouclesDuLot& boucles,
                                 const std::vector<std::uint16_t>& table, std::uint32_t bas,
                                 std::uint32_t haut, std::uint32_t q) {
   Nombres attendus;
   for (std::uint32_t i = haut; i-- > bas;) {
     if (table[i] > q) attendus.push_back(roue()[i] - 1 + table[i] % 2);
   }
-  Nombres m(Lot::taille + Lot::marge + 1, 77);
+  Nombres m(compte::Lot::taille + compte::Lot::marge + 1, 77);
   const std::size_t nombre = boucles.retenir(table.data(), haut, bas, q, m.data());
   ASSERT_EQ(m.back(), 77U) << "wrote behind the room that it has";
   m.resize(nombre);
   ASSERT_EQ(m, attendus) << bas << " to " << haut << ", q " << q;
 }
 
-void comparer_les_quotients(const BouclesDuLot& boucles, std::uint64_t w, const Nombres& m) {
+void comparer_les_quotients(const compte::BouclesDuLot& boucles, std::uint64_t w,
+                            const Nombres& m) {
   const std::uint64_t debut = w / *std::max_element(m.begin(), m.end()) / 30 * 30;
-  Nombres questions(m.size() + Lot::marge + 1, 77);
+  Nombres questions(m.size() + compte::Lot::marge + 1, 77);
   Nombres lot = m;
-  lot.resize(m.size() + Lot::marge);
+  lot.resize(m.size() + compte::Lot::marge);
   boucles.diviser(w, debut, lot.data(), m.size(), questions.data());
   ASSERT_EQ(questions.back(), 77U) << "wrote behind the room that it has";
   for (std::size_t k = 0; k < m.size(); ++k) {
@@ -417,9 +420,10 @@ TEST(Versions, HardLeavesByTheLot) {
   std::mt19937_64 hasard(6);
   std::vector<std::uint16_t> table(2000);
   for (std::uint16_t& e : table) e = static_cast<std::uint16_t>(hasard() >> hasard() % 16);
-  pour_chaque_version("lot", versions_du_lot(), [&](const BouclesDuLot& boucles) {
+  pour_chaque_version("lot", compte::versions_du_lot(), [&](const compte::BouclesDuLot& boucles) {
     for (std::uint32_t bas = 450; bas < 500; ++bas) {
-      for (const std::uint32_t nombre : {0U, 1U, 15U, 16U, 17U, 31U, 33U, 480U, Lot::taille}) {
+      for (const std::uint32_t nombre :
+           {0U, 1U, 15U, 16U, 17U, 31U, 33U, 480U, compte::Lot::taille}) {
         for (const std::uint32_t q : {0U, 13U, 1000U, 65'533U}) {
           comparer_ce_qui_est_retenu(boucles, table, bas, bas + nombre, q);
         }
@@ -450,12 +454,12 @@ TEST(Versions, HardLeavesByTheLot) {
 TEST(Versions, EasyLeavesAndProductsOfTwo) {
   for (const std::uint64_t x : {20'000ULL, 10'000'000'019ULL, 200'000'000'000ULL}) {
     const std::uint64_t racine = racine_carree(x);
-    const Plan plan(x, racine / 4 < 100 ? racine : racine / 4, racine);
-    const std::uint64_t faciles = versions_de_feuilles_faciles().back().boucle(plan, {});
-    const std::uint64_t p2 = versions_de_compte_p2().back().boucle(plan, {});
-    pour_chaque_version("feuilles_faciles", versions_de_feuilles_faciles(),
+    const compte::Plan plan(x, racine / 4 < 100 ? racine : racine / 4, racine);
+    const std::uint64_t faciles = compte::versions_de_feuilles_faciles().back().boucle(plan, {});
+    const std::uint64_t p2 = compte::versions_de_compte_p2().back().boucle(plan, {});
+    pour_chaque_version("feuilles_faciles", compte::versions_de_feuilles_faciles(),
                         [&](auto sommer) { EXPECT_EQ(sommer(plan, {}), faciles) << x; });
-    pour_chaque_version("compte_p2", versions_de_compte_p2(),
+    pour_chaque_version("compte_p2", compte::versions_de_compte_p2(),
                         [&](auto compter) { EXPECT_EQ(compter(plan, {}), p2) << x; });
   }
 }
@@ -493,7 +497,7 @@ void verifier_tableau(const Nombres& r, const Nombres& avant, const Tableaux& t,
   }
 }
 
-void comparer_les_racines(const Vecteurs& v, const Tableaux& t) {
+void comparer_les_racines(const quadratique::Vecteurs& v, const Tableaux& t) {
   Nombres r = t.a;
   v.monter(r.data() + t.debut, t.b.data() + t.debut, t.p.data() + t.debut, t.n);
   verifier_tableau(r, t.a, t, [&](std::size_t i) { return (t.a[i] + t.b[i]) % t.p[i]; });
@@ -508,7 +512,7 @@ void comparer_les_racines(const Vecteurs& v, const Tableaux& t) {
   });
 }
 
-void comparer_le_reperage(const Vecteurs& v, const Tableaux& t, std::uint32_t x) {
+void comparer_le_reperage(const quadratique::Vecteurs& v, const Tableaux& t, std::uint32_t x) {
   Nombres r1 = t.a;
   Nombres r2 = t.b;
   for (std::size_t i = 0; i < r1.size(); i += 3) (i % 2 == 0 ? r1 : r2)[i] = x % t.p[i];
@@ -533,7 +537,8 @@ void comparer_le_reperage(const Vecteurs& v, const Tableaux& t, std::uint32_t x)
   ASSERT_EQ(liste, attendue) << t.n << " at " << t.debut << ", x " << x;
 }
 
-void comparer_les_listes(const Vecteurs& v, std::size_t n, std::size_t debut, unsigned rarete) {
+void comparer_les_listes(const quadratique::Vecteurs& v, std::size_t n, std::size_t debut,
+                         unsigned rarete) {
   std::mt19937 hasard(rarete);
   Octets octets(64 * n + debut);
   for (std::uint8_t& o : octets) {
@@ -548,7 +553,7 @@ void comparer_les_listes(const Vecteurs& v, std::size_t n, std::size_t debut, un
   ASSERT_EQ(liste, attendue);
 }
 
-void comparer_l_elimination(const Vecteurs& v, std::size_t lignes, std::size_t mots,
+void comparer_l_elimination(const quadratique::Vecteurs& v, std::size_t lignes, std::size_t mots,
                             std::size_t g) {
   std::mt19937_64 hasard(g + mots);
   const std::size_t largeur = mots - g / 4;
@@ -569,24 +574,26 @@ void comparer_l_elimination(const Vecteurs& v, std::size_t lignes, std::size_t m
 }
 
 TEST(Versions, VectorsOfTheQuadraticSieve) {
-  pour_chaque_version("vecteurs", quadratique::versions_des_vecteurs(), [](const Vecteurs& v) {
-    for (std::size_t debut = 0; debut <= 17; ++debut) {
-      for (std::size_t n = 0; n <= 70; ++n) {
-        comparer_les_racines(v, Tableaux(n, debut, static_cast<unsigned>(n)));
-        for (const unsigned rarete : {1U, 2U, 100U}) comparer_les_listes(v, n, debut, rarete);
-      }
-      for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 5}) {
-        const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 5);
-        for (const std::uint32_t x : {0U, 1U, 4097U, (1U << 20) - 1}) comparer_le_reperage(v, t, x);
-      }
-    }
-    for (std::size_t mots = 1; mots <= 19; ++mots) {
-      for (std::size_t g = 0; g < 4 * mots; ++g) {
-        for (const std::size_t lignes : std::initializer_list<std::size_t>{0, 1, 2, 7})
-          comparer_l_elimination(v, lignes, mots, g);
-      }
-    }
-  });
+  pour_chaque_version(
+      "vecteurs", quadratique::versions_des_vecteurs(), [](const quadratique::Vecteurs& v) {
+        for (std::size_t debut = 0; debut <= 17; ++debut) {
+          for (std::size_t n = 0; n <= 70; ++n) {
+            comparer_les_racines(v, Tableaux(n, debut, static_cast<unsigned>(n)));
+            for (const unsigned rarete : {1U, 2U, 100U}) comparer_les_listes(v, n, debut, rarete);
+          }
+          for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 5}) {
+            const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 5);
+            for (const std::uint32_t x : {0U, 1U, 4097U, (1U << 20) - 1})
+              comparer_le_reperage(v, t, x);
+          }
+        }
+        for (std::size_t mots = 1; mots <= 19; ++mots) {
+          for (std::size_t g = 0; g < 4 * mots; ++g) {
+            for (const std::size_t lignes : std::initializer_list<std::size_t>{0, 1, 2, 7})
+              comparer_l_elimination(v, lignes, mots, g);
+          }
+        }
+      });
 }
 
 void comparer_le_versement(const quadratique::BouclesSeaux& v, const Tableaux& t, bool monter,
@@ -637,19 +644,20 @@ void comparer_la_recherche(const quadratique::BouclesSeaux& v, std::size_t n, st
 
 TEST(Versions, BucketsOfTheQuadraticSieve) {
   using quadratique::BouclesSeaux;
-  pour_chaque_version("seaux", quadratique::versions_des_seaux(), [](const BouclesSeaux& v) {
-    for (std::size_t debut = 0; debut <= 17; ++debut) {
-      for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 9}) {
-        const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 6);
-        for (const bool monter : {false, true}) {
-          for (const std::uint32_t longueur : {64U, 5000U, quadratique::longueur_max - 64}) {
-            comparer_le_versement(v, t, monter, longueur);
+  pour_chaque_version(
+      "seaux", quadratique::versions_des_seaux(), [](const quadratique::BouclesSeaux& v) {
+        for (std::size_t debut = 0; debut <= 17; ++debut) {
+          for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 9}) {
+            const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 6);
+            for (const bool monter : {false, true}) {
+              for (const std::uint32_t longueur : {64U, 5000U, quadratique::longueur_max - 64}) {
+                comparer_le_versement(v, t, monter, longueur);
+              }
+            }
           }
+          for (std::size_t n = 0; n <= 70; ++n) comparer_la_recherche(v, n, debut);
         }
-      }
-      for (std::size_t n = 0; n <= 70; ++n) comparer_la_recherche(v, n, debut);
-    }
-  });
+      });
 }
 
 // ---- Elliptic curves -------------------------------------------------------------------------
@@ -661,7 +669,7 @@ TEST(Versions, EllipticCurvesOnTwoWords) {
        {47, 48, 49, 59, 60, 61, 63, 64, 65, 99, 100, 101, 123, 124, 125, 126, 127}) {
     const NTL::ZZ p = NTL::GenPrime_ZZ(23);
     const NTL::ZZ q = NTL::GenPrime_ZZ(bits - 23);
-    pour_chaque_version("facteur_ecm", versions_de_facteur_ecm(), [&](auto chercher) {
+    pour_chaque_version("facteur_ecm", facteurs::versions_de_facteur_ecm(), [&](auto chercher) {
       const auto f = chercher(en_entier128(p * q), 400);
       ASSERT_TRUE(f.has_value()) << p << " * " << q;
       EXPECT_TRUE(en_zz(*f) == p || en_zz(*f) == q) << p << " * " << q;
@@ -675,11 +683,12 @@ TEST(Versions, EllipticCurvesOnManyWords) {
                           257, 307, 308, 309, 379, 380, 411, 412, 413, 444, 445, 700}) {
     const NTL::ZZ p = NTL::GenPrime_ZZ(23);
     const NTL::ZZ q = NTL::GenPrime_ZZ(bits - 23);
-    pour_chaque_version("facteur_ecm_long", versions_de_facteur_ecm_long(), [&](auto chercher) {
-      const auto f = chercher(p * q, {256, 300, 15000}, 0, {});
-      ASSERT_TRUE(f.has_value()) << p << " * " << q;
-      EXPECT_TRUE(*f == p || *f == q) << p << " * " << q;
-    });
+    pour_chaque_version("facteur_ecm_long", facteurs::versions_de_facteur_ecm_long(),
+                        [&](auto chercher) {
+                          const auto f = chercher(p * q, {256, 300, 15000}, 0, {});
+                          ASSERT_TRUE(f.has_value()) << p << " * " << q;
+                          EXPECT_TRUE(*f == p || *f == q) << p << " * " << q;
+                        });
   }
 }
 
@@ -687,18 +696,20 @@ TEST(Versions, EllipticCurvesOnManyWords) {
 TEST(Versions, EightCurvesAtATime) {
   const NTL::ZZ p{33554520197234177};  // the last curve: 2^6 3 11 29 59 73 263 283 1709
   constexpr std::uint64_t sigma = 1691973485 - 7;
-  const ecm::BornesLongues bornes{2000, 4000};
+  const facteurs::ecm::BornesLongues bornes{2000, 4000};
   for (const long bits : {107, 203, 204, 205, 411, 607}) {
     const NTL::ZZ n = p * NTL::NextPrime(NTL::power2_ZZ(bits - 55));
-    pour_chaque_version("huit_courbes", ecm::Huit::versions_des_noyaux(), [&](auto noyaux) {
-      std::vector<NTL::ZZ> trouves;
-      if (noyaux != nullptr) {
-        trouves = ecm::essayer_huit_courbes(n, sigma, bornes, noyaux);
-      } else if (const NTL::ZZ f = ecm::essayer_courbe(n, sigma + 7, bornes); f != 1) {
-        trouves.push_back(f);
-      }
-      EXPECT_EQ(trouves, std::vector{p}) << bits;
-    });
+    pour_chaque_version(
+        "huit_courbes", facteurs::ecm::Huit::versions_des_noyaux(), [&](auto noyaux) {
+          std::vector<NTL::ZZ> trouves;
+          if (noyaux != nullptr) {
+            trouves = facteurs::ecm::essayer_huit_courbes(n, sigma, bornes, noyaux);
+          } else if (const NTL::ZZ f = facteurs::ecm::essayer_courbe(n, sigma + 7, bornes);
+                     f != 1) {
+            trouves.push_back(f);
+          }
+          EXPECT_EQ(trouves, std::vector{p}) << bits;
+        });
   }
 }
 
@@ -707,14 +718,14 @@ TEST(Versions, EightCurvesAtATime) {
 TEST(Versions, RemaindersByManyPrimes) {
   // The first primes, those around a power of two, and the last below the bound.
   Nombres premiers;
-  for (const std::uint32_t de : {2U, 65'000U, 8'388'000U, borne_restes - 600}) {
-    for (std::uint32_t p = de, n = 0; p < borne_restes && n < 40; ++p) {
+  for (const std::uint32_t de : {2U, 65'000U, 8'388'000U, facteurs::borne_restes - 600}) {
+    for (std::uint32_t p = de, n = 0; p < facteurs::borne_restes && n < 40; ++p) {
       if (NTL::ProbPrime(static_cast<long>(p)) == 0) continue;
       premiers.push_back(p);
       ++n;
     }
   }
-  premiers.resize(premiers.size() / largeur_restes * largeur_restes);
+  premiers.resize(premiers.size() / facteurs::largeur_restes * facteurs::largeur_restes);
   ASSERT_GE(premiers.size(), 128U);
   NTL::SetSeed(NTL::ZZ{28});
   std::vector<NTL::ZZ> nombres{NTL::ZZ{0}, NTL::ZZ{1}, NTL::ZZ{premiers.back()}};
@@ -723,10 +734,10 @@ TEST(Versions, RemaindersByManyPrimes) {
     nombres.push_back(NTL::power2_ZZ(bits) - 1);
     nombres.push_back(nombres[nombres.size() - 2] * premiers[nombres.size() % premiers.size()]);
   }
-  pour_chaque_version("restes", versions_de_restes(), [&](Restes restes) {
+  pour_chaque_version("restes", facteurs::versions_de_restes(), [&](facteurs::Restes restes) {
     for (const NTL::ZZ& N : nombres) {
-      const auto chiffres = chiffres_de_28_bits(N);
-      for (const std::size_t n : {largeur_restes, premiers.size()}) {
+      const auto chiffres = facteurs::chiffres_de_28_bits(N);
+      for (const std::size_t n : {facteurs::largeur_restes, premiers.size()}) {
         Nombres manques(n + 1, 77);
         restes(chiffres, premiers.data(), manques.data(), n);
         ASSERT_EQ(manques.back(), 77U) << "wrote behind the end";
