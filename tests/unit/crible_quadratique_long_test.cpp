@@ -11,21 +11,21 @@
 namespace premiers {
 namespace {
 
-// The first primes from pi 2^108 and e 2^108 on, by PARI/GP's nextprime; isprime proves them.
-TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf220Bits) {
-  const auto grand = NTL::conv<NTL::ZZ>("1019505104126898525104217885171827");
-  const auto petit = NTL::conv<NTL::ZZ>("882132887407512986327086482852503");
-  ASSERT_EQ(NTL::NumBits(grand * petit), 220);
+// The first primes from pi 2^103 and e 2^103 on, by PARI/GP's nextprime; isprime proves them.
+TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf210Bits) {
+  const auto grand = NTL::conv<NTL::ZZ>("31859534503965578909506808911637");
+  const auto petit = NTL::conv<NTL::ZZ>("27566652731484780822721452589309");
+  ASSERT_EQ(NTL::NumBits(grand * petit), 210);
   const auto facteur = facteur_quadratique(grand * petit);
   ASSERT_TRUE(facteur.has_value());
   EXPECT_TRUE(*facteur == grand || *facteur == petit) << *facteur;
 }
 
-// The same from pi 2^115 and e 2^115 on: large enough for two large primes.
-TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf234BitsWithTwoLargePrimes) {
-  const auto grand = NTL::conv<NTL::ZZ>("130496653328243011213339889301986207");
-  const auto petit = NTL::conv<NTL::ZZ>("112913009588161662249867069805094983");
-  ASSERT_EQ(NTL::NumBits(grand * petit), 234);
+// The same from pi 2^111 and e 2^111 on: large enough for two large primes (225 bits).
+TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf226BitsWithTwoLargePrimes) {
+  const auto grand = NTL::conv<NTL::ZZ>("8156040833015188200833743081374139");
+  const auto petit = NTL::conv<NTL::ZZ>("7057063099260103890616691862818567");
+  ASSERT_EQ(NTL::NumBits(grand * petit), 226);
   static std::size_t scissions = 0;
   const auto facteur = facteur_quadratique(grand * petit, {}, [](std::uint64_t m) {
     ++scissions;
