@@ -25,6 +25,9 @@ BORNE_MAX = 2**50  # what the table can owe
 # with its rank (OEIS A007053, primes <= 2^63): primecount would take hours.
 FIN = (9223372036854775783, 216289611853439384)
 
+# The last prime below 10^15 (OEIS A033874) with its rank (OEIS A006880): primecount would take seconds.
+AVANT_10_15 = (10**15 - 11, 29844570422669)
+
 REFUS = b"premiers: commande refusee : au-dela du dernier nombre premier inferieur a 2^63\n"
 
 TRAIT = "\n" + "_" * 107
@@ -144,8 +147,8 @@ class Comptes:
     PRES = 4000  # so wide is walked rather than counted
 
     def __init__(self):
-        self.valeurs = [2, FIN[0]]
-        self.rangs = [1, FIN[1]]
+        self.valeurs = [2, AVANT_10_15[0], FIN[0]]
+        self.rangs = [1, AVANT_10_15[1], FIN[1]]
 
     def retenir(self, p, rang):
         i = bisect.bisect_left(self.valeurs, p)

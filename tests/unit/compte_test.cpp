@@ -98,9 +98,16 @@ Nombre racine_cubique(Nombre x) {
   return r;
 }
 
+// What repeats a law with many values does so with fewer under the sanitizers, which look at memory.
+#if defined(PREMIERS_ASSAINI)
+constexpr int un_sur = 5;
+#else
+constexpr int un_sur = 1;
+#endif
+
 TEST(Compte, EveryXUpTo30000) {
   const std::vector<Nombre> pi = pi_naif(30000);
-  for (Nombre x = 0; x <= 30000; ++x) {
+  for (Nombre x = 0; x <= 30000; x += x < 5000 ? 1 : un_sur) {
     ASSERT_EQ(nombre_premiers(x), pi[x]) << x;
     ASSERT_EQ(compte_lucy(x), pi[x]) << x;
   }
@@ -234,7 +241,7 @@ TEST(CompteEnNombre, LeavesAreRightForEveryXOfARange) {
 // y just above the cube root, y = sqrt(x), and z from y to sqrt(x): no choice may matter.
 TEST(Compte, LeavesAreRightWhateverYAndZ) {
   std::mt19937_64 hasard(3);
-  for (int i = 0; i < 250; ++i) {
+  for (int i = 0; i < 250 / un_sur; ++i) {
     const double grandeur = std::uniform_real_distribution<double>(5.0, 9.5)(hasard);
     auto x = static_cast<Nombre>(std::pow(10.0, grandeur));
     if (i % 5 == 0) x = racine_carree(x) * racine_carree(x) - hasard() % 2;

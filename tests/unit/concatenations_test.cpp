@@ -97,9 +97,16 @@ std::uint64_t nombre_au_hasard(std::mt19937_64& hasard) {
   return std::max(1ULL, std::stoull(chiffres));
 }
 
+// What repeats a law with many values does so with fewer under the sanitizers, which look at memory.
+#if defined(PREMIERS_ASSAINI)
+constexpr int un_sur = 4;
+#else
+constexpr int un_sur = 1;
+#endif
+
 TEST(Concatenations, SmallRangesAgreeWithTheLiteralSearch) {
   for (std::uint64_t debut = 1; debut <= 60; ++debut) {
-    for (std::uint64_t fin = debut; fin <= 130; fin += 3) {
+    for (std::uint64_t fin = debut; fin <= 130; fin += 3 * un_sur) {
       comparer(debut, fin, false);
       comparer(debut, fin, true);
     }
@@ -108,7 +115,7 @@ TEST(Concatenations, SmallRangesAgreeWithTheLiteralSearch) {
 
 TEST(Concatenations, RandomRangesAgreeWithTheLiteralSearch) {
   std::mt19937_64 hasard(20240607);
-  for (int i = 0; i < 600; ++i) {
+  for (int i = 0; i < 600 / un_sur; ++i) {
     const std::uint64_t debut = nombre_au_hasard(hasard);
     comparer(debut, debut + hasard() % (i % 4 == 0 ? 700 : 60), i % 4 == 3);
   }
@@ -124,7 +131,7 @@ TEST(Concatenations, RangesThatCrossAPowerOfTenAgreeWithTheLiteralSearch) {
 }
 
 TEST(Concatenations, SingleNumbersAgreeWithTheLiteralSearch) {
-  for (std::uint64_t n = 1; n <= 3000; ++n) {
+  for (std::uint64_t n = 1; n <= 3000; n += n < 200 ? 1 : un_sur) {
     comparer(n, n, false);
     comparer(n, n, true);
   }

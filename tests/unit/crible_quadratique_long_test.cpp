@@ -21,11 +21,11 @@ TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf220Bits) {
   EXPECT_TRUE(*facteur == grand || *facteur == petit) << *facteur;
 }
 
-// The same from pi 2^115 and e 2^115 on: large enough for two large primes.
-TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf234BitsWithTwoLargePrimes) {
-  const auto grand = NTL::conv<NTL::ZZ>("130496653328243011213339889301986207");
-  const auto petit = NTL::conv<NTL::ZZ>("112913009588161662249867069805094983");
-  ASSERT_EQ(NTL::NumBits(grand * petit), 234);
+// The same from pi 2^111 and e 2^111 on: large enough for two large primes (225 bits).
+TEST(CribleQuadratiqueLong, AProductOfKnownPrimesOf226BitsWithTwoLargePrimes) {
+  const auto grand = NTL::conv<NTL::ZZ>("8156040833015188200833743081374139");
+  const auto petit = NTL::conv<NTL::ZZ>("7057063099260103890616691862818567");
+  ASSERT_EQ(NTL::NumBits(grand * petit), 226);
   static std::size_t scissions = 0;
   const auto facteur = facteur_quadratique(grand * petit, {}, [](std::uint64_t m) {
     ++scissions;

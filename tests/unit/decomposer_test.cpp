@@ -309,7 +309,7 @@ TEST(Decomposer, TheSameWayEveryTime) {
 
 TEST(Decomposer, TellsHowFarItIs) {
   int appels = 0;
-  const ZZ N = premier_de(80, 1) * premier_de(82, 1);
+  const ZZ N = premier_de(70, 1) * premier_de(72, 1);
   decomposer(N, [&](double part) {
     ++appels;
     EXPECT_GE(part, 0);

@@ -244,11 +244,14 @@ void comparer_la_marche(decltype(&crible::marcher) marcher_ici, std::size_t n, s
 TEST(Versions, WalkFromMultipleToMultiple) {
   std::mt19937_64 hasard(6);
   pour_chaque_version("marcher", crible::versions_de_marcher(), [&](auto marcher_ici) {
+    constexpr std::array<std::uint32_t, 4> tailles{1U << 19, (1U << 19) - 1, 1000, 1};
     for (std::size_t r = 0; r < 8; ++r) {
-      for (const std::uint32_t taille : {1U, 1000U, (1U << 19) - 1, 1U << 19}) {
-        for (std::size_t n = 0; n <= 33; ++n) comparer_la_marche(marcher_ici, n, r, taille, hasard);
-        comparer_la_marche(marcher_ici, crible::Marcheurs::places - 1, r, taille, hasard);
-        comparer_la_marche(marcher_ici, crible::Marcheurs::places, r, taille, hasard);
+      // Each number of primes meets each size, with two of the residues.
+      for (std::size_t n = 0; n <= 33; ++n) {
+        comparer_la_marche(marcher_ici, n, r, tailles[(n + r) % 4], hasard);
+      }
+      for (const std::size_t n : {crible::Marcheurs::places - 1, crible::Marcheurs::places}) {
+        comparer_la_marche(marcher_ici, n, r, tailles[(n + r) % 2], hasard);
       }
     }
   });
@@ -294,15 +297,11 @@ TEST(Versions, Presieve) {
 
 // ---- The count -------------------------------------------------------------------------------
 
-/// The flags of a segment as the test keeps them: one by one.
+/// The numbers of a segment that are left, as the test keeps them: one by one.
 struct SegmentNaif {
-  std::vector<bool> drapeaux;
+  std::vector<std::uint64_t> restent;  // counted from the beginning of the segment
   std::uint64_t compter(std::uint64_t jusqu_a) const {
-    std::uint64_t r = 0;
-    for (std::size_t i = 0; i < drapeaux.size(); ++i) {
-      r += drapeaux[i] && 30 * (i / 8) + residus[i % 8] <= jusqu_a ? 1 : 0;
-    }
-    return r;
+    return static_cast<std::uint64_t>(std::ranges::upper_bound(restent, jusqu_a) - restent.begin());
   }
 };
 
@@ -316,12 +315,13 @@ void comparer_le_segment(const compte::SegmentCompte::Noyaux& noyaux, std::size_
   s.octet = octet;
   s.commencer(compte::Motif(facteurs_a), compte::Motif(facteurs_b));
   s.poser(compte::Motif(facteurs_c));
-  SegmentNaif naif{std::vector<bool>(8 * taille)};
+  SegmentNaif naif;
   for (std::size_t i = 0; i < 8 * taille; ++i) {
-    const std::uint64_t n = 30 * (octet + i / 8) + residus[i % 8];
-    naif.drapeaux[i] = std::ranges::none_of(std::array{7, 11, 13, 17, 23}, [n](int p) {
-      return n % static_cast<std::uint64_t>(p) == 0;
+    const std::uint64_t ici = 30 * (i / 8) + residus[i % 8];
+    const bool reste = std::ranges::none_of(std::array{7, 11, 13, 17, 23}, [&](int p) {
+      return (30 * octet + ici) % static_cast<std::uint64_t>(p) == 0;
     });
+    if (reste) naif.restent.push_back(ici);
   }
   const std::uint64_t tous = naif.compter(30 * taille);
   ASSERT_EQ(s.total, tous);
@@ -553,14 +553,18 @@ void comparer_les_listes(const quadratique::Vecteurs& v, std::size_t n, std::siz
   ASSERT_EQ(liste, attendue);
 }
 
-void comparer_l_elimination(const quadratique::Vecteurs& v, std::size_t lignes, std::size_t mots,
-                            std::size_t g) {
-  std::mt19937_64 hasard(g + mots);
+std::vector<std::uint64_t> mots_au_hasard(std::size_t n, std::size_t graine) {
+  std::mt19937_64 hasard(graine);
+  std::vector<std::uint64_t> mots(n);
+  for (std::uint64_t& m : mots) m = hasard();
+  return mots;
+}
+
+/// `sommes`: 2 * 256 rows.
+void comparer_l_elimination(const Vecteurs& v, std::size_t lignes, std::size_t mots, std::size_t g,
+                            const std::vector<std::uint64_t>& sommes) {
   const std::size_t largeur = mots - g / 4;
-  std::vector<std::uint64_t> bits(lignes * mots + 1);
-  std::vector<std::uint64_t> sommes(2 * 256 * largeur);
-  for (std::uint64_t& m : bits) m = hasard();
-  for (std::uint64_t& m : sommes) m = hasard();
+  std::vector<std::uint64_t> bits = mots_au_hasard(lignes * mots + 1, g + mots);
   std::vector<std::uint64_t> attendus = bits;
   for (std::size_t r = 0; r < lignes; ++r) {
     for (std::size_t j = g / 4; j < mots; ++j) {
@@ -574,26 +578,27 @@ void comparer_l_elimination(const quadratique::Vecteurs& v, std::size_t lignes, 
 }
 
 TEST(Versions, VectorsOfTheQuadraticSieve) {
-  pour_chaque_version(
-      "vecteurs", quadratique::versions_des_vecteurs(), [](const quadratique::Vecteurs& v) {
-        for (std::size_t debut = 0; debut <= 17; ++debut) {
-          for (std::size_t n = 0; n <= 70; ++n) {
-            comparer_les_racines(v, Tableaux(n, debut, static_cast<unsigned>(n)));
-            for (const unsigned rarete : {1U, 2U, 100U}) comparer_les_listes(v, n, debut, rarete);
-          }
-          for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 5}) {
-            const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 5);
-            for (const std::uint32_t x : {0U, 1U, 4097U, (1U << 20) - 1})
-              comparer_le_reperage(v, t, x);
-          }
-        }
-        for (std::size_t mots = 1; mots <= 19; ++mots) {
-          for (std::size_t g = 0; g < 4 * mots; ++g) {
-            for (const std::size_t lignes : std::initializer_list<std::size_t>{0, 1, 2, 7})
-              comparer_l_elimination(v, lignes, mots, g);
-          }
-        }
-      });
+  pour_chaque_version("vecteurs", quadratique::versions_des_vecteurs(), [](const Vecteurs& v) {
+    for (std::size_t debut = 0; debut <= 17; ++debut) {
+      for (std::size_t n = 0; n <= 70; ++n) {
+        comparer_les_racines(v, Tableaux(n, debut, static_cast<unsigned>(n)));
+      }
+      for (const std::size_t n : std::initializer_list<std::size_t>{0, 1, 2, 3, 4, 5, 8, 9, 70}) {
+        for (const unsigned rarete : {1U, 2U, 100U}) comparer_les_listes(v, n, debut, rarete);
+      }
+      for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 5}) {
+        const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 5);
+        for (const std::uint32_t x : {0U, 1U, 4097U, (1U << 20) - 1}) comparer_le_reperage(v, t, x);
+      }
+    }
+    for (std::size_t mots = 1; mots <= 19; ++mots) {
+      for (std::size_t g = 0; g < 4 * mots; ++g) {
+        const auto sommes = mots_au_hasard(2 * 256 * (mots - g / 4), mots);
+        for (const std::size_t lignes : std::initializer_list<std::size_t>{0, 1, 2, 7})
+          comparer_l_elimination(v, lignes, mots, g, sommes);
+      }
+    }
+  });
 }
 
 void comparer_le_versement(const quadratique::BouclesSeaux& v, const Tableaux& t, bool monter,
