@@ -97,12 +97,12 @@ construire() {
     abandonner 2 "the build of $1 failed"
 }
 
-# preparer COMMAND...: runs one of the steps above with its output on standard error, nothing to
-# read, and nobody else at work in build/ meanwhile.
+# preparer NAME COMMAND...: runs one of the steps above with its output on standard error, nothing to
+# read, and nobody else at work in build/NAME meanwhile.
 preparer() {
   mkdir -p -- "$racine/build" || abandonner 2 "cannot write in $racine/build"
   (
     if type -P flock >/dev/null; then flock 9; fi
-    "$@"
-  ) </dev/null >&2 9>"$racine/build/.verrou"
+    "${@:2}"
+  ) </dev/null >&2 9>"$racine/build/.verrou-$1"
 }
