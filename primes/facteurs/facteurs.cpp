@@ -9,6 +9,8 @@
 // Splitting, by size. Times for the product of two primes of equal size, the worst case:
 //
 //   103 bits         facteurs128.h: ECM until a factor is found. 20 digits 40 us, 30 digits 0.7 ms.
+//                    Without eight curves at once that ends at 80 bits; from there on four curves,
+//                    then the quadratic sieve: 30 digits 3 ms.
 //   350 bits         a little ECM (facteurs_longs.h) for factors that are much shorter than the
 //                    other, from 225 bits on curves with larger bounds as well (echelle.h), then
 //                    the quadratic sieve (crible_quadratique.h). 40 digits 8 ms, 60 digits 0.6 s.
@@ -40,8 +42,14 @@ namespace {
 
 // ---- Limits, found by timing both methods on products of two equal primes ----------------------
 
-/// Up to here ECM alone beats the sieve. At 104 bits its arithmetic takes one limb more.
-constexpr long bits_ecm_seule = 103;
+/// Up to here ECM alone beats the sieve if it runs eight curves at once. At 104 bits its arithmetic
+/// takes one limb more.
+constexpr long bits_ecm_a_huit = 103;
+/// The same for one or two curves at a time. Both take 1.1 ms at 80 bits, 6.3 and 2.7 ms at 98.
+constexpr long bits_ecm_scalaire = 80;
+/// Curves before the sieve between the two: none makes random integers dearer, eight the products of
+/// two equal primes.
+constexpr unsigned courbes_avant_le_crible = 4;
 /// More curves than an integer of this size was ever seen to need; behind them stands the sieve.
 constexpr unsigned courbes_ecm_seule = 400;
 /// Up to here the sieve comes to an end in a bearable time: 105 digits, some hours.
@@ -68,6 +76,16 @@ static_assert(std::all_of(paliers.begin(), paliers.end(),
                           [](const Palier& p) { return p.effort.a_portee(); }));
 
 // ---- Splitting ---------------------------------------------------------------------------------
+
+/// A factor of n, of at most bits_ecm_a_huit bits, by the curves that pay for its size.
+std::optional<NTL::ZZ> facteur_de_deux_mots(const NTL::ZZ& n) {
+  const long bits_ecm_seule = facteur_ecm_a_huit() ? bits_ecm_a_huit : bits_ecm_scalaire;
+  const auto f =
+      facteur_ecm(en_entier128(n),
+                  NTL::NumBits(n) <= bits_ecm_seule ? courbes_ecm_seule : courbes_avant_le_crible);
+  if (!f) return std::nullopt;
+  return en_zz(*f);
+}
 
 /// What the curves of `paliers` are meant for.
 constexpr std::uint8_t chiffres_d_un_facteur_court = 15;
@@ -112,8 +130,8 @@ std::uint64_t scinder(std::uint64_t m) {
 /// they come together. `echelle` is what curves have been tried.
 std::vector<NTL::ZZ> diviser(const NTL::ZZ& n, Echelle& echelle, const Suivi& suivi) {
   const long bits = NTL::NumBits(n);
-  if (bits <= bits_ecm_seule) {
-    if (const auto f = facteur_ecm(en_entier128(n), courbes_ecm_seule)) return {en_zz(*f)};
+  if (bits <= bits_ecm_a_huit) {
+    if (const auto f = facteur_de_deux_mots(n)) return {*f};
   } else if (const auto proche = facteur_de_fermat(n)) {
     return {*proche};
   } else if (const auto f = facteur_court(n, echelle, suivi)) {

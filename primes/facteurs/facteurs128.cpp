@@ -136,6 +136,11 @@ constexpr Version<decltype(&facteur_ecm)> versions[] = {
 
 Versions<decltype(&facteur_ecm)> versions_de_facteur_ecm() { return versions; }
 
+bool facteur_ecm_a_huit() {
+  static const bool huit = choisir(versions_de_facteur_ecm()).besoin != instructions::aucune;
+  return huit;
+}
+
 std::optional<Entier128> facteur_ecm(Entier128 n, unsigned courbes) {
   static const auto boucle = choisir(versions_de_facteur_ecm()).boucle;
   return boucle(n, courbes);

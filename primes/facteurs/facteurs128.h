@@ -17,8 +17,10 @@ namespace premiers::facteurs {
 ///
 /// Means for products of two primes of equal size, in milliseconds on a Zen 4 core, with AVX-512
 /// IFMA and without: 72 bits 0.07 and 0.32, 80 bits 0.15 and 0.84, 96 bits 0.6 and 3.4; 104 bits
-/// 2.1 with. Beyond some 100 bits (30 digits) sieves are faster.
+/// 2.1 with. Beyond some 100 bits (30 digits), or 80 without, sieves are faster.
 std::optional<Entier128> facteur_ecm(Entier128 n, unsigned courbes);
+/// Does it run eight curves at once on this processor?
+bool facteur_ecm_a_huit();
 Versions<decltype(&facteur_ecm)> versions_de_facteur_ecm();
 
 }  // namespace premiers::facteurs

@@ -165,6 +165,18 @@ TEST(Decomposer, RepeatedFactorsBesideOthers) {
   attendre(power(p, 6) * power(q, 4), Facteurs{{p, 6}, {q, 4}});
 }
 
+// Where curves and the sieve take turns, a factor may come that is no prime.
+TEST(Decomposer, ThreePrimesAndSquaresFromEightyTo103Bits) {
+  for (long bits = 27; bits <= 34; ++bits) {
+    const ZZ p = premier_de(bits, 31);
+    const ZZ q = premier_de(bits + 1, 32);
+    const ZZ r = premier_de(bits - 1, 33);
+    attendre(p * q * r, Facteurs{{r, 1}, {p, 1}, {q, 1}});
+    attendre(p * p * q, Facteurs{{p, 2}, {q, 1}});
+    attendre(p * q * q, Facteurs{{p, 1}, {q, 2}});
+  }
+}
+
 TEST(DecomposerEnNombre, SeveralLargeFactors) {
   Facteurs attendus;
   ZZ N{1};
