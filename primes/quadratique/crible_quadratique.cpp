@@ -10,8 +10,6 @@ namespace premiers::quadratique {
 
 namespace {
 
-using namespace quadratique;
-
 // Cycles more than entries of the base, so that there are at least so many solutions of which
 // each gives a factor with probability 1/2; three more come with them as a rule, because some
 // entries never occur. More would cost more sieving than the rare second try does.
@@ -21,6 +19,11 @@ constexpr std::size_t excedent = 2;
 // and so many matrices without luck (a prime n would give infinitely many).
 constexpr std::size_t polynomes_par_entree = 20000;
 constexpr int matrices_au_plus = 12;
+
+// From so many bits on all relations are checked before a matrix: one that is wrong spoils it, and the
+// matrix costs more than the check. Below, where the check is a tenth of the whole, they are checked
+// after a matrix without luck.
+constexpr long bits_controle = 160;
 
 // Polynomials between two calls of the progress callback, 0.2 to 3 ms.
 constexpr std::size_t cadence = 32;
@@ -54,7 +57,7 @@ std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Reglages& cho
     if (suivi && i % cadence == 0) suivi(avancement.part(recolte, but));
     if (recolte.cycles() < but) continue;
     suivi.annoncer({.genre = Etape::Genre::algebre});
-    if (retirer_fausses(n, recolte, signe_de_vie) > 0) {
+    if ((bits >= bits_controle || matrices > 0) && retirer_fausses(n, recolte, signe_de_vie) > 0) {
       suivi.annoncer({.genre = Etape::Genre::crible});
       continue;
     }

@@ -170,7 +170,7 @@ TEST(Concatenations, LeadingZerosOfAPieceVanish) {
 }
 
 // From tests/derive_concatenations.py.
-TEST(Concatenations, KnownCountsOfPrimes) {
+TEST(ConcatenationsEnNombre, KnownCountsOfPrimes) {
   const std::uint64_t attendus[] = {0, 4, 57, 485, 4138, 35248, 306608};
   ZZ puissance(10);
   for (const std::uint64_t attendu : attendus) {
@@ -179,7 +179,7 @@ TEST(Concatenations, KnownCountsOfPrimes) {
   }
 }
 
-TEST(Concatenations, KnownCountsOfNumbers) {
+TEST(ConcatenationsEnNombre, KnownCountsOfNumbers) {
   const std::uint64_t attendus[] = {4, 37, 352, 3458, 34451, 341746, 3395875};
   ZZ puissance(10);
   for (const std::uint64_t attendu : attendus) {

@@ -118,7 +118,7 @@ TEST(Decoupe, ANumberOf199DigitsHasItsWaysCountedExactly) {
   EXPECT_EQ(decouper(NTL::conv<ZZ>(chiffres.c_str())).chemins.front(), sommes.back());
 }
 
-TEST(Decoupe, OwesWhatDividingItsPiecesOwes) {
+TEST(DecoupeEnNombre, OwesWhatDividingItsPiecesOwes) {
   for (std::uint64_t n = 1; n <= 20'000; ++n) {
     modele::Table table;
     modele::Concatenations tables{

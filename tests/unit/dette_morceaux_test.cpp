@@ -47,7 +47,7 @@ void comparer(const ZZ& debut, std::uint64_t nombre) {
 
 ZZ lire(const std::string& chiffres) { return NTL::conv<ZZ>(chiffres.c_str()); }
 
-TEST(DetteMorceaux, StretchesOfRoundNumbers) {
+TEST(DetteMorceauxEnNombre, StretchesOfRoundNumbers) {
   const std::string zeros(30, '0');
   comparer(lire("1" + zeros + "00000"), 40);
   comparer(lire("1" + zeros + "99980"), 40);

@@ -293,7 +293,7 @@ TEST(CourbesLonguesBornes, FindThePrimeInItsPowersAndTwice) {
   EXPECT_EQ(essayer_courbe(NTL::power2_ZZ(127) - 1, 1691973485, bornes), 1);
 }
 
-TEST(CourbesLonguesBornes, TellThatTheyAreAliveAllAlong) {
+TEST(CourbesLonguesBornesEnNombre, TellThatTheyAreAliveAllAlong) {
   int appels = 0;
   const Suivi suivi = [&](double part) {
     ++appels;

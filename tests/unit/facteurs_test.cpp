@@ -162,7 +162,7 @@ TEST(Facteurs64, TwoPrimesOfEverySize) {
 
 TEST(Facteurs64, TwoLargePrimesCloseToEachOther) {
   std::uint64_t precedent = 4294967291;
-  for (std::uint64_t p = precedent - 2; p > 4294967291 - 20000; p -= 2) {
+  for (std::uint64_t p = precedent - 2; p > 4294967291 - 5000; p -= 2) {
     if (!juge(p)) continue;
     verifier(p * precedent);
     precedent = p;

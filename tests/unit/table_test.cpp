@@ -99,7 +99,7 @@ TEST(PublishedValuesLent, CountsOfPrimesBelowPowersOfTen) {
 }
 
 // p(10^k): OEIS A006988, "a(n) = (10^n)-th prime".
-TEST(PublishedValues, PrimesWhoseRankIsAPowerOfTen) {
+TEST(PublishedValuesEnNombre, PrimesWhoseRankIsAPowerOfTen) {
   constexpr std::int64_t p[] = {29,          541,          7919,          104729,
                                 1299709,     15485863,     179424673,     2038074743,
                                 22801763489, 252097800623, 2760727302517, 29996224275833};
