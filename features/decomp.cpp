@@ -30,15 +30,15 @@ constexpr std::string_view travail = "decomposition";
 }  // namespace texte
 
 /// N is prime, or the product of its prime powers; the empty product for 1.
-void imprimer(Sortie& sortie, const NTL::ZZ& N, const facteurs::Facteurs& facteurs) {
+void imprimer(Sortie& sortie, const NTL::ZZ& N, const facteurs::Facteurs& trouves) {
   sortie << texte::resultat << N;
-  if (facteurs.size() == 1 && facteurs.front().exposant == 1) {
+  if (trouves.size() == 1 && trouves.front().exposant == 1) {
     sortie << texte::est_premier;
     return;
   }
   sortie << texte::egale;
   std::string_view separateur;
-  for (const auto& [premier, exposant] : facteurs) {
+  for (const auto& [premier, exposant] : trouves) {
     sortie << separateur << "(" << premier << ")";
     if (exposant != 1) sortie << "^" << exposant;
     separateur = texte::fois;
@@ -51,9 +51,9 @@ void decomp(Session& s) {
   s.sortie << texte::titre;
   do {
     const NTL::ZZ N = demander_grand_nombre(s, texte::quel_N);
-    const facteurs::Facteurs facteurs = facteurs::decomposer(N, suivre(s, texte::travail));
-    dette::noter_decomposition(s.etat.dette, facteurs);
-    imprimer(s.sortie, N, facteurs);
+    const facteurs::Facteurs trouves = facteurs::decomposer(N, suivre(s, texte::travail));
+    dette::noter_decomposition(s.etat.dette, trouves);
+    imprimer(s.sortie, N, trouves);
   } while (demander_choix(s, Cas::oui_non, texte::autre_N) == 1);
 }
 

@@ -71,11 +71,14 @@ installer() {
     apt-get -qq -o DPkg::Lock::Timeout=60 -o Acquire::Retries=3)
   local journal=$racine/build/installation.log
   # A list of packages that cannot be refreshed may still be good enough.
-  { "${apt[@]}" update || true; } >"$journal" 2>&1
-  if ! "${apt[@]}" install -y --no-install-recommends "${manquants[@]}" >>"$journal" 2>&1; then
-    cat "$journal" >&2
-    abandonner 3 "apt-get could not install: ${manquants[*]}"
-  fi
+  (
+    if type -P flock >/dev/null; then flock 8; fi # one at a time, whichever build wants it
+    { "${apt[@]}" update || true; } >"$journal" 2>&1
+    if ! "${apt[@]}" install -y --no-install-recommends "${manquants[@]}" >>"$journal" 2>&1; then
+      cat "$journal" >&2
+      abandonner 3 "apt-get could not install: ${manquants[*]}"
+    fi
+  ) 8>"$racine/build/.verrou-installation"
 }
 
 # configurer PRESET [OPTION...]: CMake's own step. It starts afresh where the build folder was made

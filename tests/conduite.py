@@ -211,11 +211,11 @@ ESSAIS = []
 NON_ESSAYE = 77
 
 
-def essai(fonction=None, *, cout=None, seul=False, long=False):
+def essai(fonction=None, *, cout=None, long=False):
     """A check. For ctest, on the line of the decorator: `cout`, the seconds that it takes (the
-    longest begin first), `seul`, where it measures time so finely that nothing else may run, and
-    `long`, where it gets that label: ./test without an argument leaves it out, CI does not."""
-    del cout, seul, long
+    longest begin first), and `long`, where it gets that label: ./test without an argument leaves it
+    out, CI does not."""
+    del cout, long
     if fonction is None:
         return essai
     ESSAIS.append(fonction)

@@ -19,7 +19,7 @@ constexpr std::size_t taille_bloc = std::size_t{1} << 15;
 
 // The larger small primes are worked off in so many bytes at a time, which stay in the L2 cache. On
 // 1 MB of L2 half or twice as much costs one percent.
-constexpr std::size_t taille_segment = std::size_t{1} << 18;
+constexpr std::size_t taille_tranche = std::size_t{1} << 18;
 
 // Primes up to here are worked off block by block, the others in the whole segment: the setup for
 // each block outweighs the better cache at last. At most taille_bloc; 2^13 costs 6 % below 2^32.
@@ -116,14 +116,14 @@ void CriblePetit::ajouter(std::uint32_t p, std::uint64_t octet) {
 }
 
 void CriblePetit::cribler(std::span<std::uint8_t> octets, std::uint64_t octet) {
-  for (std::size_t segment = 0; segment < octets.size(); segment += taille_segment) {
-    const std::size_t fin_segment = std::min(segment + taille_segment, octets.size());
-    for (std::size_t bloc = segment; bloc < fin_segment; bloc += taille_bloc) {
-      const std::size_t fin = std::min(bloc + taille_bloc, fin_segment);
+  for (std::size_t tranche = 0; tranche < octets.size(); tranche += taille_tranche) {
+    const std::size_t fin_tranche = std::min(tranche + taille_tranche, octets.size());
+    for (std::size_t bloc = segment; bloc < fin_tranche; bloc += taille_bloc) {
+      const std::size_t fin = std::min(bloc + taille_bloc, fin_tranche);
       precribler(octets.subspan(bloc, fin - bloc), octet + bloc);
       rayer_partie(par_bloc_, octets, bloc, fin);
     }
-    rayer_partie(par_segment_, octets, segment, fin_segment);
+    rayer_partie(par_segment_, octets, segment, fin_tranche);
   }
 }
 

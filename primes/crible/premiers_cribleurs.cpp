@@ -37,7 +37,7 @@ constexpr std::array<std::uint8_t, taille_table> table = [] {
 static_assert(30 * 9 * 30 * 9 >= 30 * taille_table, "all primes up to the root are used");
 
 // Bytes sieved ahead at most: half an L1 cache, 0.5 million integers.
-constexpr std::uint64_t taille_segment = std::uint64_t{1} << 14;
+constexpr std::uint64_t avance_max = std::uint64_t{1} << 14;
 
 constexpr std::uint64_t octet_max = (std::uint64_t{1} << 32) / 30 + 1;
 
@@ -56,7 +56,7 @@ std::span<const std::uint8_t> PremiersCribleurs::suivants(std::uint64_t octet_fi
   }
   if (fenetres == nullptr) {
     fenetres = std::make_unique<Fenetres>(30 * octet, 30 * octet_max - 1,
-                                          ChoixDesFenetres{.taille = taille_segment});
+                                          ChoixDesFenetres{.taille = avance_max});
   }
   if (!fenetres->suivante_avant(octet_fin)) return {};
   octet += fenetres->octets().size();

@@ -191,7 +191,7 @@ struct Huit {
   return _mm512_mask_test_epi64_mask(dedans, decales, _mm512_set1_epi64(1));
 }
 
-/// Two bits for each odd remainder modulo 30 that is prime to it, from the lowest on: its index.
+/// Four bits for each odd remainder modulo 30, from the lowest on: where it is prime to 30, its index.
 constexpr std::uint64_t indices_des_restes = [] {
   std::uint64_t t = 0;
   for (std::uint64_t i = 0; i < 8; ++i) t |= i << (2 * (residus[i] - 1));

@@ -9,15 +9,15 @@
 // Splitting, by size. Times for the product of two primes of equal size, the worst case:
 //
 //   103 bits         facteurs128.h: ECM until a factor is found. 20 digits 40 us, 30 digits 0.7 ms.
-//                    Without eight curves at once that ends at 80 bits; from there on four curves,
-//                    then the quadratic sieve: 30 digits 3 ms.
+//                    With one or two curves at a time that ends at 80 bits; from there on four
+//                    curves, then the quadratic sieve: 30 digits 3 ms (Xeon, 2.5 GHz).
 //   350 bits         a little ECM (facteurs_longs.h) for factors that are much shorter than the
 //                    other, from 225 bits on curves with larger bounds as well (echelle.h), then
 //                    the quadratic sieve (crible_quadratique.h). 40 digits 8 ms, 60 digits 0.6 s.
 //   700 bits         curves, level after level, until they have found all factors: for ever, if there
 //                    are none in their reach.
 //
-// All of it is deterministic: the same integer takes the same way every time.
+// All of it is deterministic: the same integer takes the same way every time, on one processor.
 #include "primes/facteurs/facteurs.h"
 
 #include <algorithm>
@@ -80,9 +80,8 @@ static_assert(std::all_of(paliers.begin(), paliers.end(),
 /// A factor of n, of at most bits_ecm_a_huit bits, by the curves that pay for its size.
 std::optional<NTL::ZZ> facteur_de_deux_mots(const NTL::ZZ& n) {
   const long bits_ecm_seule = facteur_ecm_a_huit() ? bits_ecm_a_huit : bits_ecm_scalaire;
-  const auto f =
-      facteur_ecm(en_entier128(n),
-                  NTL::NumBits(n) <= bits_ecm_seule ? courbes_ecm_seule : courbes_avant_le_crible);
+  const bool seule = NTL::NumBits(n) <= bits_ecm_seule;
+  const auto f = facteur_ecm(en_entier128(n), seule ? courbes_ecm_seule : courbes_avant_le_crible);
   if (!f) return std::nullopt;
   return en_zz(*f);
 }

@@ -93,13 +93,13 @@ Mots bloc_suivant(Mots av, const Etape& e0, const Etape& e1, const Etape& e2) {
 }
 
 // What the rounds come to: X - Y, and the last block, which A sends to its own complement.
-struct Fin {
+struct Arrivee {
   Mots x;
   Mots v;
 };
 
-std::optional<Fin> parcourir(const MatriceDeProduits& b, std::uint64_t graine,
-                             const std::function<void()>& signe_de_vie) {
+std::optional<Arrivee> parcourir(const MatriceDeProduits& b, std::uint64_t graine,
+                                 const std::function<void()>& signe_de_vie) {
   std::mt19937_64 hasard(graine);
   Mots x(b.colonnes);
   for (std::uint64_t& mot : x) mot = hasard();
@@ -111,7 +111,7 @@ std::optional<Fin> parcourir(const MatriceDeProduits& b, std::uint64_t graine,
     if (signe_de_vie) signe_de_vie();
     Mots av = b.gram(e0.v);
     e0.vav = produit_interieur(e0.v, av);
-    if (nul(e0.vav)) return Fin{std::move(x), std::move(e0.v)};
+    if (nul(e0.vav)) return Arrivee{std::move(x), std::move(e0.v)};
     e0.va2v = produit_interieur(av, av);
     const auto choix = choisir_colonnes(e0.vav, e1.choix.colonnes);
     if (!choix) return std::nullopt;
@@ -158,7 +158,7 @@ struct Echelons {
 };
 
 // The sums of columns of [X - Y, V] that B sends to zero, as far as they are independent.
-std::vector<Ensemble> membres(const MatriceDeProduits& b, const Fin& arrivee) {
+std::vector<Ensemble> membres(const MatriceDeProduits& b, const Arrivee& arrivee) {
   const auto paire = [](std::uint64_t x, std::uint64_t v) { return Entier128{v} << 64 | x; };
   Echelons images;
   const Mots bx = b.image(arrivee.x);

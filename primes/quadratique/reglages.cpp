@@ -36,7 +36,7 @@ namespace {
 //   exposant   two large primes pay from 225 bits on: at 216 they take 1.2 of the time of one, at
 //              233 0.77. Too large: residues that are split in vain. 1.7 to 1.95.
 //   facteur    small q make more polynomials of a family; large q are missed less in the sieve.
-struct Ligne {
+struct Palier {
   double bits;
   double base;
   double demi;
@@ -47,7 +47,7 @@ struct Ligne {
   double facteur;
 };
 
-constexpr std::array<Ligne, 17> lignes{{
+constexpr std::array<Palier, 17> paliers{{
     {66, 46, 4096, 10, 9, 12, 1, 7},
     {80, 88, 6528, 13, 15, 14, 1, 7},
     {100, 189, 8128, 15, 21, 16.8, 1, 9},
@@ -67,19 +67,19 @@ constexpr std::array<Ligne, 17> lignes{{
     {350, 140000, 32704, 250, 256, 53, 1.9, 11.9},
 }};
 
-static_assert(std::is_sorted(lignes.begin(), lignes.end(),
-                             [](const Ligne& a, const Ligne& b) { return a.bits < b.bits; }));
-static_assert(std::all_of(lignes.begin(), lignes.end(),
-                          [](const Ligne& l) { return 2 * l.demi < longueur_max; }));
+static_assert(std::is_sorted(paliers.begin(), paliers.end(),
+                             [](const Palier& a, const Palier& b) { return a.bits < b.bits; }));
+static_assert(std::all_of(paliers.begin(), paliers.end(),
+                          [](const Palier& l) { return 2 * l.demi < longueur_max; }));
 
 }  // namespace
 
 Reglages reglages(long bits) {
   const auto taille = static_cast<double>(bits);
   std::size_t i = 1;
-  while (i + 1 < lignes.size() && taille > lignes[i].bits) ++i;
-  const Ligne& avant = lignes[i - 1];
-  const Ligne& apres = lignes[i];
+  while (i + 1 < paliers.size() && taille > paliers[i].bits) ++i;
+  const Palier& avant = paliers[i - 1];
+  const Palier& apres = paliers[i];
   const double part = std::clamp((taille - avant.bits) / (apres.bits - avant.bits), 0.0, 1.0);
   const auto entre = [part](double x, double y) { return std::lerp(x, y, part); };
   Reglages r{};

@@ -100,7 +100,7 @@ Nombre racine_cubique(Nombre x) {
 
 // What repeats a law with many values does so with fewer under the sanitizers, which look at memory.
 #if defined(PREMIERS_ASSAINI)
-constexpr int un_sur = 5;
+constexpr int un_sur = 7;
 #else
 constexpr int un_sur = 1;
 #endif

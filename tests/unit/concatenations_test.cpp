@@ -99,7 +99,7 @@ std::uint64_t nombre_au_hasard(std::mt19937_64& hasard) {
 
 // What repeats a law with many values does so with fewer under the sanitizers, which look at memory.
 #if defined(PREMIERS_ASSAINI)
-constexpr int un_sur = 4;
+constexpr int un_sur = 3;
 #else
 constexpr int un_sur = 1;
 #endif

@@ -246,7 +246,7 @@ TEST(Versions, WalkFromMultipleToMultiple) {
   pour_chaque_version("marcher", crible::versions_de_marcher(), [&](auto marcher_ici) {
     constexpr std::array<std::uint32_t, 4> tailles{1U << 19, (1U << 19) - 1, 1000, 1};
     for (std::size_t r = 0; r < 8; ++r) {
-      // Each number of primes meets each size, with two of the residues.
+      // Each number of primes meets each size, with two of the residues; full rows meet the long sizes.
       for (std::size_t n = 0; n <= 33; ++n) {
         comparer_la_marche(marcher_ici, n, r, tailles[(n + r) % 4], hasard);
       }
