@@ -21,7 +21,7 @@ constexpr std::size_t taille_bloc = std::size_t{1} << 15;
 // 1 MB of L2 half or twice as much costs one percent.
 constexpr std::size_t taille_tranche = std::size_t{1} << 18;
 
-// Primes up to here are worked off block by block, the others in the whole segment: the setup for
+// Primes up to here are worked off block by block, the others in the whole slice: the setup for
 // each block outweighs the better cache at last. At most taille_bloc; 2^13 costs 6 % below 2^32.
 constexpr std::uint32_t dernier_par_bloc = 1u << 15;
 
@@ -111,19 +111,19 @@ void CriblePetit::ajouter(std::uint32_t p, std::uint64_t octet) {
   // Periods start at the bytes p j; the first of interest contains p * p or byte `octet`.
   const std::uint64_t j = std::max<std::uint64_t>(p / 30, octet / p);
   const auto debut = static_cast<std::int64_t>(p * j - octet);
-  Listes& listes = p <= dernier_par_bloc ? par_bloc_ : par_segment_;
+  Listes& listes = p <= dernier_par_bloc ? par_bloc_ : par_tranche_;
   listes[indice_suivant[p % 30]].push_back({p / 30, static_cast<std::int32_t>(debut)});
 }
 
 void CriblePetit::cribler(std::span<std::uint8_t> octets, std::uint64_t octet) {
   for (std::size_t tranche = 0; tranche < octets.size(); tranche += taille_tranche) {
     const std::size_t fin_tranche = std::min(tranche + taille_tranche, octets.size());
-    for (std::size_t bloc = segment; bloc < fin_tranche; bloc += taille_bloc) {
+    for (std::size_t bloc = tranche; bloc < fin_tranche; bloc += taille_bloc) {
       const std::size_t fin = std::min(bloc + taille_bloc, fin_tranche);
       precribler(octets.subspan(bloc, fin - bloc), octet + bloc);
       rayer_partie(par_bloc_, octets, bloc, fin);
     }
-    rayer_partie(par_segment_, octets, segment, fin_tranche);
+    rayer_partie(par_tranche_, octets, tranche, fin_tranche);
   }
 }
 

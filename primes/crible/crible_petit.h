@@ -39,7 +39,7 @@ struct CriblePetit {
 
  private:
   Listes par_bloc_;     // the smaller ones
-  Listes par_segment_;  // the larger ones
+  Listes par_tranche_;  // the larger ones
 };
 
 }  // namespace premiers::crible
