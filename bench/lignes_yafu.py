@@ -13,7 +13,7 @@ from reponses import facteurs, facteurs_de_yafu
 
 GROUPE = "Factoring against yafu"
 NOTE = ("yafu is started once for each number, which costs it some 30 ms of its time, and draws "
-        "its curves anew each time.")
+        "its curves anew each time. From 80 digits on, and for the sums: one run of each.")
 
 # yafu wants a terminal, and takes up again what it finds in its folder: each number is asked in an
 # empty one. The line before its answer says which number it is of.
@@ -64,7 +64,8 @@ def ligne_de_produits(o, chiffres, combien, doit, vise):
     titre = (f"{combien} products of two primes of the same length, {chiffres} digits"
              if combien > 1 else f"a product of two primes of the same length, {chiffres} digits")
     return ligne_contre(o, titre, "siqs", produits_egaux(chiffres, combien), doit, vise,
-                        lente=chiffres > 60, tres_longue=chiffres >= 90)
+                        lente=chiffres > 60, tres_longue=chiffres >= 90,
+                        lancements=int(chiffres >= 80))
 
 
 def lignes_courtes(o):
@@ -85,9 +86,9 @@ def lignes_contre_yafu(o):
                for c, f, combien in ((95, 25, 10), (120, 25, 10), (199, 22, 10), (150, 30, 5))]
     return lignes + [
         ligne_contre(o, "2^211 - 1 to 2^260 - 1, their sum", "factor",
-                     [2**k - 1 for k in range(211, 261)], 0.8, 0.5, lente=True),
+                     [2**k - 1 for k in range(211, 261)], 0.8, 0.5, lente=True, lancements=1),
         ligne_contre(o, f"{len(REPUNITS)} repunits of 40 to 100 digits, their sum", "factor",
-                     [10**k // 9 for k in REPUNITS], 0.8, 0.5, lente=True),
+                     [10**k // 9 for k in REPUNITS], 0.8, 0.5, lente=True, lancements=1),
     ]
 
 

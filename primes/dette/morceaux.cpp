@@ -41,18 +41,16 @@ bool sans_effet(const Dette& dette, std::size_t longueur) {
 /// piece is met instead.
 template <typename F>
 void DetteMorceaux::pour_les_morceaux(std::string_view chiffres, std::size_t longueur,
-                                      concatenations::Morceaux morceaux, F f) {
-  const std::size_t notes =
-      morceaux == concatenations::Morceaux::tous ? tous_notes_ : debuts_notes_;
-  const std::size_t derniere =
-      morceaux == concatenations::Morceaux::tous ? chiffres.size() : longueur;
+                                      Morceaux morceaux, F f) {
+  const std::size_t notes = morceaux == Morceaux::tous ? tous_notes_ : debuts_notes_;
+  const std::size_t derniere = morceaux == Morceaux::tous ? chiffres.size() : longueur;
   for (std::size_t fin = std::max(longueur, notes + 1); fin <= derniere; ++fin) {
     if (chiffres[fin - longueur] != '0') f(fin);
   }
 }
 
 /// The primes first: what a composite obliges to must be looked for only above the largest of them.
-void DetteMorceaux::noter_les_courts(std::string_view chiffres, concatenations::Morceaux morceaux) {
+void DetteMorceaux::noter_les_courts(std::string_view chiffres, Morceaux morceaux) {
   for (const auto note : {noter_si_premier, noter_prem}) {
     for (std::size_t u = std::min(chiffres.size(), longueur_exacte);
          u > 0 && !sans_effet(dette_, u); --u) {
@@ -64,7 +62,7 @@ void DetteMorceaux::noter_les_courts(std::string_view chiffres, concatenations::
   }
 }
 
-void DetteMorceaux::noter_les_longs(std::string_view chiffres, concatenations::Morceaux morceaux) {
+void DetteMorceaux::noter_les_longs(std::string_view chiffres, Morceaux morceaux) {
   for (std::size_t u = longueur_exacte; u <= chiffres.size(); ++u) {
     if (dette_.borne_due >= borne_des_diviseurs) return;
     pour_les_morceaux(chiffres, u, morceaux, [&](std::size_t fin) {
@@ -73,12 +71,11 @@ void DetteMorceaux::noter_les_longs(std::string_view chiffres, concatenations::M
   }
 }
 
-void DetteMorceaux::noter(std::string_view chiffres, concatenations::Morceaux morceaux,
-                          std::size_t communs) {
+void DetteMorceaux::noter(std::string_view chiffres, Morceaux morceaux, std::size_t communs) {
   const std::size_t n = chiffres.size();
   debuts_notes_ = std::min(debuts_notes_, communs);
   tous_notes_ = std::min(tous_notes_, communs);
-  if (morceaux == concatenations::Morceaux::nombre_entier) {
+  if (morceaux == Morceaux::nombre_entier) {
     if (est_long(chiffres)) {
       etendues_.noter(dette_, chiffres, n, n);
     } else {
@@ -89,13 +86,12 @@ void DetteMorceaux::noter(std::string_view chiffres, concatenations::Morceaux mo
   noter_les_courts(chiffres, morceaux);
   noter_les_longs(chiffres, morceaux);
   debuts_notes_ = n;
-  if (morceaux == concatenations::Morceaux::tous) tous_notes_ = n;
+  if (morceaux == Morceaux::tous) tous_notes_ = n;
 }
 
 void noter_morceaux(Dette& dette, const concatenations::Decoupe& decoupe) {
   const bool abandonne = decoupe.longueurs.front().empty();
-  DetteMorceaux(dette).noter(decoupe.chiffres, abandonne ? concatenations::Morceaux::du_debut
-                                                         : concatenations::Morceaux::tous);
+  DetteMorceaux(dette).noter(decoupe.chiffres, abandonne ? Morceaux::du_debut : Morceaux::tous);
 }
 
 }  // namespace premiers::dette

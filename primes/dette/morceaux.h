@@ -19,6 +19,8 @@
 
 namespace premiers::dette {
 
+using concatenations::Morceaux;
+
 /// Notes the pieces of numbers that follow each other; those that a number shares with the one
 /// before it, because their leading digits are the same, are passed over.
 struct DetteMorceaux {
@@ -28,14 +30,13 @@ struct DetteMorceaux {
 
   /// Notes these pieces of a number that are not noted yet. Its first `communs` digits are those of the
   /// number before.
-  void noter(std::string_view chiffres, concatenations::Morceaux morceaux, std::size_t communs = 0);
+  void noter(std::string_view chiffres, Morceaux morceaux, std::size_t communs = 0);
 
  private:
   template <typename F>
-  void pour_les_morceaux(std::string_view chiffres, std::size_t longueur,
-                         concatenations::Morceaux morceaux, F f);
-  void noter_les_courts(std::string_view chiffres, concatenations::Morceaux morceaux);
-  void noter_les_longs(std::string_view chiffres, concatenations::Morceaux morceaux);
+  void pour_les_morceaux(std::string_view chiffres, std::size_t longueur, Morceaux morceaux, F f);
+  void noter_les_courts(std::string_view chiffres, Morceaux morceaux);
+  void noter_les_longs(std::string_view chiffres, Morceaux morceaux);
 
   Dette& dette_;
   NotesParEtendue etendues_;

@@ -12,7 +12,7 @@ namespace {
 
 /// Notes the numbers of the range and all their pieces, if there is a prime among them and none of them
 /// is above 2^100; gives false, and notes nothing, if it is not so.
-bool noter_par_le_plus_grand_premier(Dette& dette, const concatenations::Recherche& recherche) {
+bool noter_par_le_plus_grand_premier(Dette& dette, const Recherche& recherche) {
   if (NTL::NumBits(recherche.fin) > bits_borne_exacte) return false;
   NTL::ZZ P = recherche.fin;
   while (P >= recherche.debut && !primalite::est_premier(P)) --P;
@@ -22,14 +22,14 @@ bool noter_par_le_plus_grand_premier(Dette& dette, const concatenations::Recherc
 }
 
 /// How many numbers there are; 2^63 if there are more.
-std::uint64_t largeur_au_plus_64_bits(const concatenations::Recherche& recherche) {
+std::uint64_t largeur_au_plus_64_bits(const Recherche& recherche) {
   const NTL::ZZ largeur = recherche.fin - recherche.debut + 1;
   return NTL::NumBits(largeur) > 63 ? std::uint64_t{1} << 63 : en_entier64(largeur);
 }
 
 }  // namespace
 
-NotesDeRecherche::NotesDeRecherche(const Dette& dette, const concatenations::Recherche& recherche)
+NotesDeRecherche::NotesDeRecherche(const Dette& dette, const Recherche& recherche)
     : notees_(dette) {
   if (noter_par_le_plus_grand_premier(notees_, recherche)) return;
   morceaux_.emplace(notees_, largeur_au_plus_64_bits(recherche));
@@ -37,7 +37,7 @@ NotesDeRecherche::NotesDeRecherche(const Dette& dette, const concatenations::Rec
 
 concatenations::Examens NotesDeRecherche::examens() {
   if (!morceaux_) return {};
-  return [this](std::string_view chiffres, std::size_t communs, concatenations::Morceaux morceaux) {
+  return [this](std::string_view chiffres, std::size_t communs, Morceaux morceaux) {
     morceaux_->noter(chiffres, morceaux, communs);
   };
 }

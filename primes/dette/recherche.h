@@ -14,11 +14,13 @@
 
 namespace premiers::dette {
 
+using concatenations::Recherche;
+
 /// The notes of one search, kept apart from the debt until the search is done: work that is abandoned
 /// leaves none.
 struct NotesDeRecherche {
   /// Begins with what is owed already. Takes the time of a few hundred tests at most.
-  NotesDeRecherche(const Dette& dette, const concatenations::Recherche& recherche);
+  NotesDeRecherche(const Dette& dette, const Recherche& recherche);
   NotesDeRecherche(const NotesDeRecherche&) = delete;
   NotesDeRecherche& operator=(const NotesDeRecherche&) = delete;
 

@@ -52,12 +52,12 @@ Point<A> petits_multiples(const A& a, const Courbe<A>& courbe, const Point<A>& q
 template <Anneau A>
 class PasEcm {
  public:
-  /// Writes j q for the `residus` j to `bebes`; `place` is room for nombre_multiples(D) points.
+  /// Writes j q for the `residus` j to `bebes`; `espace` is room for nombre_multiples(D) points.
   PasEcm(const A& a, const Courbe<A>& courbe, const Point<A>& q, std::size_t D,
          std::span<const std::uint16_t> residus, std::span<Point<A>> bebes,
-         std::span<Point<A>> place)
-      : a_{a}, courbe_{courbe}, un_{petits_multiples(a, courbe, q, D, place)}, courant_{un_} {
-    for (std::size_t b = 0; b < bebes.size(); ++b) bebes[b] = place[residus[b] / 3];
+         std::span<Point<A>> espace)
+      : a_{a}, courbe_{courbe}, un_{petits_multiples(a, courbe, q, D, espace)}, courant_{un_} {
+    for (std::size_t b = 0; b < bebes.size(); ++b) bebes[b] = espace[residus[b] / 3];
   }
 
   void aller_a(std::size_t k) {

@@ -163,9 +163,9 @@ template <Anneau A>
 void phase_deux_longue(const Courbe<A>& courbe, const Point<A>& q, const Rangees& rangees,
                        Allure allure, Trouves<A>& trouves, const Suivi& suivi) {
   std::vector<Point<A>> bebes(Rangees::bebes);
-  std::vector<Point<A>> place(nombre_multiples(Rangees::pas_de_geant));
+  std::vector<Point<A>> espace(nombre_multiples(Rangees::pas_de_geant));
   PasNormalises<A> pas{
-      {trouves.a, courbe, q, Rangees::pas_de_geant, Rangees::residus(), bebes, place}};
+      {trouves.a, courbe, q, Rangees::pas_de_geant, Rangees::residus(), bebes, espace}};
   const std::size_t bloc = allure == Allure::rapide ? bebes.size() : 1;
   for (std::size_t i = 0; i < bebes.size() && !trouves.tous(); i += bloc) {
     normaliser(std::span{bebes}.subspan(i, bloc), trouves);

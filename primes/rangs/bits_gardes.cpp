@@ -31,13 +31,13 @@ constexpr std::int64_t nombre_sans_bit = 3;
 /// Room for so many bytes: a little at first, then at once for all that will ever be kept. What is
 /// never written costs no memory.
 void BitsGardes::faire_place(std::size_t taille) {
-  if (taille <= place_) return;
+  if (taille <= capacite_) return;
   constexpr std::size_t un_peu = std::size_t{1} << 20;
-  const std::size_t place = taille <= un_peu ? un_peu : octets_max;
-  auto octets = std::make_unique_for_overwrite<std::uint8_t[]>(place);
+  const std::size_t capacite = taille <= un_peu ? un_peu : octets_max;
+  auto octets = std::make_unique_for_overwrite<std::uint8_t[]>(capacite);
   std::copy_n(octets_.get(), taille_, octets.get());
   octets_ = std::move(octets);
-  place_ = place;
+  capacite_ = capacite;
 }
 
 void BitsGardes::etendre(std::int64_t borne) {

@@ -45,7 +45,7 @@ struct BitsGardes {
   void poser_reperes();
 
   std::unique_ptr<std::uint8_t[]> octets_;
-  std::size_t place_ = 0;               // how many bytes there is room for
+  std::size_t capacite_ = 0;            // how many bytes there is room for
   std::size_t taille_ = 0;              // how many there are, whole lines
   std::vector<std::uint32_t> avant_;    // the number of flags before each line
   std::vector<std::uint32_t> reperes_;  // the line of the flags 1, 4,097, 8,193 ...

@@ -466,6 +466,7 @@ TEST(Versions, EasyLeavesAndProductsOfTwo) {
 
 // ---- The quadratic sieve ---------------------------------------------------------------------
 
+using quadratique::BouclesSeaux;
 using quadratique::Vecteurs;
 
 /// Odd numbers, as primes below borne_premiers, with residues of them; each array begins `decalage` late.
@@ -497,7 +498,7 @@ void verifier_tableau(const Nombres& r, const Nombres& avant, const Tableaux& t,
   }
 }
 
-void comparer_les_racines(const quadratique::Vecteurs& v, const Tableaux& t) {
+void comparer_les_racines(const Vecteurs& v, const Tableaux& t) {
   Nombres r = t.a;
   v.monter(r.data() + t.debut, t.b.data() + t.debut, t.p.data() + t.debut, t.n);
   verifier_tableau(r, t.a, t, [&](std::size_t i) { return (t.a[i] + t.b[i]) % t.p[i]; });
@@ -512,7 +513,7 @@ void comparer_les_racines(const quadratique::Vecteurs& v, const Tableaux& t) {
   });
 }
 
-void comparer_le_reperage(const quadratique::Vecteurs& v, const Tableaux& t, std::uint32_t x) {
+void comparer_le_reperage(const Vecteurs& v, const Tableaux& t, std::uint32_t x) {
   Nombres r1 = t.a;
   Nombres r2 = t.b;
   for (std::size_t i = 0; i < r1.size(); i += 3) (i % 2 == 0 ? r1 : r2)[i] = x % t.p[i];
@@ -537,8 +538,7 @@ void comparer_le_reperage(const quadratique::Vecteurs& v, const Tableaux& t, std
   ASSERT_EQ(liste, attendue) << t.n << " at " << t.debut << ", x " << x;
 }
 
-void comparer_les_listes(const quadratique::Vecteurs& v, std::size_t n, std::size_t debut,
-                         unsigned rarete) {
+void comparer_les_listes(const Vecteurs& v, std::size_t n, std::size_t debut, unsigned rarete) {
   std::mt19937 hasard(rarete);
   Octets octets(64 * n + debut);
   for (std::uint8_t& o : octets) {
@@ -601,7 +601,7 @@ TEST(Versions, VectorsOfTheQuadraticSieve) {
   });
 }
 
-void comparer_le_versement(const quadratique::BouclesSeaux& v, const Tableaux& t, bool monter,
+void comparer_le_versement(const BouclesSeaux& v, const Tableaux& t, bool monter,
                            std::uint32_t longueur) {
   Nombres r1 = t.a;
   Nombres r2 = t.b;
@@ -632,7 +632,7 @@ void comparer_le_versement(const quadratique::BouclesSeaux& v, const Tableaux& t
   ASSERT_EQ(liste, attendues) << t.n << " at " << t.debut;
 }
 
-void comparer_la_recherche(const quadratique::BouclesSeaux& v, std::size_t n, std::size_t debut) {
+void comparer_la_recherche(const BouclesSeaux& v, std::size_t n, std::size_t debut) {
   std::mt19937 hasard(static_cast<unsigned>(n));
   Nombres touches(n + debut);
   for (std::uint32_t& x : touches) x = static_cast<std::uint32_t>(hasard()) & 0xC001FFFF;
@@ -648,21 +648,19 @@ void comparer_la_recherche(const quadratique::BouclesSeaux& v, std::size_t n, st
 }
 
 TEST(Versions, BucketsOfTheQuadraticSieve) {
-  using quadratique::BouclesSeaux;
-  pour_chaque_version(
-      "seaux", quadratique::versions_des_seaux(), [](const quadratique::BouclesSeaux& v) {
-        for (std::size_t debut = 0; debut <= 17; ++debut) {
-          for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 9}) {
-            const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 6);
-            for (const bool monter : {false, true}) {
-              for (const std::uint32_t longueur : {64U, 5000U, quadratique::longueur_max - 64}) {
-                comparer_le_versement(v, t, monter, longueur);
-              }
-            }
+  pour_chaque_version("seaux", quadratique::versions_des_seaux(), [](const BouclesSeaux& v) {
+    for (std::size_t debut = 0; debut <= 17; ++debut) {
+      for (const std::size_t blocs : std::initializer_list<std::size_t>{0, 1, 2, 3, 9}) {
+        const Tableaux t(quadratique::largeur_vecteurs * blocs, debut, 6);
+        for (const bool monter : {false, true}) {
+          for (const std::uint32_t longueur : {64U, 5000U, quadratique::longueur_max - 64}) {
+            comparer_le_versement(v, t, monter, longueur);
           }
-          for (std::size_t n = 0; n <= 70; ++n) comparer_la_recherche(v, n, debut);
         }
-      });
+      }
+      for (std::size_t n = 0; n <= 70; ++n) comparer_la_recherche(v, n, debut);
+    }
+  });
 }
 
 // ---- Elliptic curves -------------------------------------------------------------------------
