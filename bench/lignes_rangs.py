@@ -3,8 +3,9 @@
 import random
 
 from lignes import Cote, Exigence, Ligne, selections
-from reponses import (dernier_entre_crochets, entier_seul, entrees_listees, nombres_listes,
-                      rang_connu, rang_isole, rangs_listes, texte_entier)
+from lignes_moteur import primecount
+from reponses import (dernier_entre_crochets, entrees_listees, nombres_listes, rang_connu,
+                      rang_isole, rangs_listes, texte_entier)
 
 GROUPE = "Primes by rank"
 P_10_7 = 179_424_673                 # the prime of rank 10^7
@@ -29,12 +30,6 @@ def seance(o, dialogue, place, entree, lire=texte_entier):
 def avant(o, entree, lire=texte_entier):
     """The program as it was, if one was named."""
     return Cote("the program before", [o.programme_avant], entree, lire, statut=1)
-
-
-def primecount(o, *mots, lire=entier_seul):
-    mots = [*map(str, mots), "-t1"]
-    return [Cote("primecount", ["primecount", *mots], "", lire),
-            Cote("primecount (newest)", [o.primecount_recent, *mots], "", lire)]
 
 
 def primecount_pour_chacun(o, rangs):

@@ -159,7 +159,8 @@ def main():
     else:
         dire(f"{programme_avx2} is missing (preset avx2): the rows without AVX-512 are skipped")
     rivaux_avx2 = {"primesieve": options.primesieve_avx2, "primecount": options.primecount_avx2}
-    lignes_machine = machine(options.primesieve_recent, rivaux_avx2.values())
+    lignes_machine = machine((options.primesieve_recent, options.primecount_recent),
+                             rivaux_avx2.values(), options.yafu, options.yafu_avx2)
     partiel = options.rapide or options.seulement
     voulus = options.lancements or (3 if options.rapide else 5)
     faites, repris = [], 0

@@ -4,7 +4,9 @@ README.md and docs/guide.fr.md."""
 import os
 import platform
 import re
+import shlex
 import subprocess
+import tempfile
 from datetime import date
 from pathlib import Path
 
@@ -29,8 +31,19 @@ def paquet(nom):
     return f"{nom} {version}" if re.match(r"\d", version) else f"{nom}: not installed"
 
 
-def machine(recent="", sans_avx512=()):
-    """What the figures depend on, as lines of a list."""
+def version_de_yafu(commande):
+    """yafu tells it where it is asked nothing, and leaves files where it is called."""
+    with tempfile.TemporaryDirectory() as dossier:
+        fait = subprocess.run(["script", "-qec", shlex.quote(str(Path(commande).resolve())),
+                               "/dev/null"], input="quit\n", capture_output=True, text=True,
+                              errors="replace", cwd=dossier)
+    version = re.search(r"YAFU Version (\S+)", fait.stdout)
+    return f"yafu {version[1] if version else 'unknown'}"
+
+
+def machine(recents=(), sans_avx512=(), yafu="", yafu_avx2=""):
+    """What the figures depend on, as lines of a list: the tools of the distribution, and those that
+    were named."""
     description = Path("/proc/cpuinfo").read_text()
     modele = re.search(r"model name\s*: (.*)", description)
     avx512 = sorted(set(re.findall(r"\bavx512\w*", description)))
@@ -44,9 +57,11 @@ def machine(recent="", sans_avx512=()):
     outils = [premiere_ligne("primesieve", "--version"), premiere_ligne("primecount", "--version"),
               premiere_ligne("factor", "--version"),
               "PARI/GP " + premiere_ligne("gp", "--version-short")]
-    outils += [premiere_ligne(recent, "--version")] if recent else []
-    outils += [f"{premiere_ligne(autre, '--version')} (built without AVX-512)"
-               for autre in sans_avx512 if autre]
+    outils += [f"{premiere_ligne(rival, '--version')} (newest)" for rival in recents if rival]
+    outils += [version_de_yafu(yafu)] if yafu else []
+    sans = [premiere_ligne(autre, "--version") for autre in sans_avx512 if autre]
+    sans += [version_de_yafu(yafu_avx2)] if yafu_avx2 else []
+    outils += [f"{version} (built without AVX-512)" for version in sans]
     paquets = map(paquet, ("primesieve-bin", "libprimesieve-dev", "primecount-bin", "pari-gp",
                            "coreutils"))
     return lignes + ["Tools: " + "; ".join(outils),
@@ -120,8 +135,8 @@ Written by `bench/mesurer.py`, which runs both sides of each row in turns and ta
 are processor time, user and system, of the whole process unless a note says otherwise, with the
 wall time in brackets; every tool runs on one thread. A ratio is ours over the peer's, the best one
 of the row where several stand there (the first is the one compared with): smaller is better.
-Answers that both sides print are compared in the same run, and a difference ends it. "Must" and
-"aim" were set for each row before it was built, as a ratio, or as a limit where a unit stands. Rows
+Answers that go to a file are compared in the same run, and a difference ends it; those that go to
+/dev/null or into a pipe are not read. "Must" and "aim" were set for each row before it was built, as a ratio, or as a limit where a unit stands. Rows
 whose loops have a version for AVX-512 are measured twice, the second time with the build `avx2`,
 which has none: there the must is the same where the peer is gp or factor, and else the peer's time.
 """
@@ -174,7 +189,7 @@ def table_du_readme(faites):
     """Ours against the best peer, a row for each work that README.md names."""
     lignes = ["| work | premiers | the best of the others | ratio |", "|---|---|---|---|"]
     for ligne, resultats in faites:
-        pair = le_pair(resultats[1:], ligne.exigences[0])
+        pair = le_pair(resultats[1:], Exigence("temps"))
         if ligne.resume and pair and not resultats[0].absent:
             nous, lui = resultats[0].valeur("temps"), pair.valeur("temps")
             lignes.append(f"| {ligne.resume} | {duree(nous)} | {pair.nom} {duree(lui)} "

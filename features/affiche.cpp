@@ -102,7 +102,7 @@ Limites demander_bornes(Session& s) {
   }
 }
 
-/// A single prime; rank 0 shows the 0 of slot 0.
+/// A single prime; below 2 there is none, which shows as [ 0 : 0 ].
 void imprimer_seul(Session& s, Place place) {
   dessiner(s.sortie, texte::resultat, {{"rang", place.rang}, {"premier", place.premier}});
 }

@@ -49,8 +49,8 @@ Place Table::retenir(Place place) {
   return place;
 }
 
-/// Whether a reading near v, which costs `cout` otherwise, is one of the bits. They are made where it
-/// is time.
+/// Whether a reading near v, which costs `cout` otherwise, goes to the bits; makes them where it is
+/// time.
 bool Table::lire_les_bits(std::int64_t v, double cout) {
   if (v <= gardes_.borne()) return true;
   if (v > rangs::BitsGardes::borne_max) return false;

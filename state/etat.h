@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every value that outlives a routine, and nothing else: what a question is answered comes back as a value
+// Every value that outlives a routine, and nothing else: the answer to a question comes back as a value
 // (`Reponse`, console/controle.h). Nothing is reset when a feature returns to the menu.
 #pragma once
 

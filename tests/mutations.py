@@ -331,7 +331,9 @@ class Banc:
 
     def essais(self, etiquette):
         """The first test of that label that fails, or None."""
-        r = subprocess.run(["nice", "ctest", "-L", etiquette, "--stop-on-failure", "-j", "2"],
+        # That the named faults can be planted is no longer so once one is.
+        r = subprocess.run(["nice", "ctest", "-L", etiquette, "-E", "^mutations/",
+                            "--stop-on-failure", "-j", "2"],
                            cwd=self.build, check=False, capture_output=True, text=True)
         if r.returncode == 0:
             return None

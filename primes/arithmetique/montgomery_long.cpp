@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The kernels, one for each length; the ring that chooses among them; what enters it and leaves it.
 #include "primes/arithmetique/montgomery_long.h"
 
 #include <algorithm>

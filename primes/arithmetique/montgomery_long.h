@@ -4,7 +4,7 @@
 //
 // P. L. Montgomery, "Modular multiplication without trial division", Mathematics of Computation 44
 // (1985). Multiplying and cancelling alternate word by word, so that a product never takes more
-// than L words between two steps. With n < 2^(64 L - 4) products are left in (0, 2n) and sums and
+// than L words between two steps. With n < 2^(64 L - 4) products are left in [0, 2n) and sums and
 // differences of products in (0, 4n) without any correction, because 4n 4n < 2^(64 L) n.
 //
 // The length is a number like any other, not a type: only the kernels are compiled for each length,

@@ -10,7 +10,7 @@
 //   - A prime q joins at the first segment that reaches q^2, where phi(n, pi(q) - 1) is known from
 //     pi(n) alone, and leaves for good after the last segment that leaves of its own or larger q
 //     reach.
-//   - The m that suit, and their quotients, are found by the lot (primes/compte/lot.h).
+//   - The m that suit, and their quotients, are found by the batch (primes/compte/lot.h).
 #include "primes/compte/difficiles.h"
 
 #include <algorithm>
@@ -91,7 +91,7 @@ void activer(Atelier& a) {
   }
 }
 
-// The signed sum of phi at the leaves of the first `nombre` m of the lot.
+// The signed sum of phi at the leaves of the first `nombre` m of the batch.
 std::uint64_t sommer_le_lot(Atelier& a, const Ligne& ligne, Compteur& compteur,
                             std::size_t nombre) {
   const std::span m(a.lot.m.data(), nombre);

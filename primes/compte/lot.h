@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Hard leaves by the lot: which m suit a prime q, and where the quotients w / m lie.
+// Hard leaves by the batch: which m suit a prime q, and where the quotients w / m lie.
 //
 // Both loops go through thousands of entries that have nothing to do with each other, so they are
 // worth vectors: sixteen entries of the table of factors are compared and closed up at once, and
@@ -18,7 +18,8 @@
 namespace premiers::compte {
 
 struct Lot {
-  /// Entries of a table that one lot takes.
+  /// Entries of a table that one lot takes: numbers, questions and answers stay in the first-level
+  /// cache.
   static constexpr std::uint32_t taille = 512;
   /// The loops may read and write so much more than they say.
   static constexpr std::size_t marge = 16;

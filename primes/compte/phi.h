@@ -13,7 +13,7 @@ namespace premiers::compte {
 /// the speed of phi and takes about z / 7 leaves from the hard ones; 8 and 9 measured equal.
 inline constexpr std::uint64_t rang_phi = 8;
 
-/// phi(x, 8), any x: two look-ups in a table of 32 KB, made at the first call.
+/// phi(x, 8), any x: two look-ups in a table of 34 KB, made at the first call.
 std::uint64_t phi_8(std::uint64_t x);
 
 /// The ordinary leaves: sum of mu(n) phi(x / n, 8) over the n <= z whose prime factors all lie in

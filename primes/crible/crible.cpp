@@ -49,8 +49,8 @@ void Crible::admettre(std::uint64_t octet_suivant) {
   const std::uint64_t fin = std::min({racine, plafond_, debut_des_grands}) / 30 + 1;
   while (cribleurs_.octet < fin) {
     const std::uint64_t octet = cribleurs_.octet;
-    const auto flags = cribleurs_.suivants(fin);
-    pour_chaque_premier(flags, octet, [&](std::uint64_t premier) {
+    const auto drapeaux = cribleurs_.suivants(fin);
+    pour_chaque_premier(drapeaux, octet, [&](std::uint64_t premier) {
       const auto p = static_cast<std::uint32_t>(premier);
       if (p <= dernier_precrible) return;
       if (p <= dernier_petit) {

@@ -49,7 +49,7 @@ struct Crible {
   /// 64, that stays in the L2 cache. Smaller for windows that are themselves smaller.
   std::size_t taille() const;
 
-  /// Sieves the next octets.size() bytes of the window, any number, which must not go beyond
+  /// Sieves the next octets.size() bytes of the window, 2^30 at most, which must not go beyond
   /// octet_fin (else std::invalid_argument); none have no effect. Where they are kept, several times
   /// `taille()` at once costs some 3 % less. `suivi` hears the part of the whole window that is
   /// done. If it throws, the sieve must not be used any more.

@@ -9,7 +9,7 @@
 // "Fast implementation of the segmented sieve of Eratosthenes", 2002).
 //
 // An entry is 8 bytes; memory is 8 bytes for each prime, and a block for each segment that a prime
-// can reach. Cost: some 15 ns to start a prime, 5 ns for a multiple on a Xeon at 2.5 GHz, half of
+// can reach. Cost: some 13 ns to start a prime, 5 ns for a multiple on a Xeon at 2.5 GHz, half of
 // it for the one miss of the L1 cache that the bit costs; asking for its line sixteen entries ahead
 // saves a tenth. Several multiples decided at a time with AVX-512 (gathered table, multiplication)
 // saved nothing: what costs is what cannot be done eight at a time.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The rounds of a window: which primes are kept for it, which are started anew in each.
 #include "primes/crible/crible_grand.h"
 
 #include <algorithm>
@@ -18,7 +19,8 @@ constexpr std::uint64_t part_initiale = 4;
 // The medium primes end with the byte of debut_des_grands.
 constexpr std::uint64_t octet_des_grands = CribleGrand::debut_des_grands / 30 + 1;
 
-// Bytes of sieving primes at a time.
+// Bytes of sieving primes at a time: half a first-level cache, which the primes of a round share with
+// what they are added to.
 constexpr std::uint64_t taille_troncon = std::uint64_t{1} << 14;
 
 constexpr std::uint64_t taille_segment = CribleGarde::taille_segment;

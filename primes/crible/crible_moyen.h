@@ -24,8 +24,8 @@ struct CribleMoyen {
   /// Lists by 8 * (index of p mod 30) + index of the cofactor mod 30.
   using Listes = std::array<std::vector<Cribleur>, 64>;
 
-  /// Adds the prime p, 5 < p < 2^28, for segments from byte `octet` on; multiples from p * p on. A
-  /// prime whose first multiple is at or after `octet_fin` is dropped.
+  /// Adds the prime p, 5 < p < 2^28, for segments from byte `octet` on; multiples from p * p on, which
+  /// must be below 30 (octet + 2^31). A prime whose first multiple is at or after `octet_fin` is dropped.
   void ajouter(std::uint32_t p, std::uint64_t octet, std::uint64_t octet_fin);
 
   /// Crosses off the multiples of all primes added; goes on to the next segment.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// A prime is put where its multiples will be walked; a row is walked sixteen or eight primes at a time.
 #include "primes/crible/crible_seize.h"
 
 #include <algorithm>

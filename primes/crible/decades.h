@@ -25,8 +25,8 @@ namespace premiers::crible {
 /// The last digits of the primes above 5. A set of them is four bits, in this order.
 inline constexpr std::array<std::uint8_t, 4> finales{1, 3, 7, 9};
 
-/// touches_de_decade[octet][r]: which numbers 30 o + 10 r + finales[i] are flagged in a byte.
-inline constexpr auto touches_de_decade = [] {
+/// drapeaux_de_decade[octet][r]: which numbers 30 o + 10 r + finales[i] are flagged in a byte.
+inline constexpr auto drapeaux_de_decade = [] {
   std::array<std::array<std::uint8_t, 3>, 256> t{};
   for (std::size_t octet = 0; octet < 256; ++octet) {
     for (std::size_t b = 0; b < 8; ++b) {
@@ -40,7 +40,7 @@ inline constexpr auto touches_de_decade = [] {
   return t;
 }();
 
-static_assert(touches_de_decade[0xFF] == std::array<std::uint8_t, 3>{0b0101, 0b1111, 0b1010});
+static_assert(drapeaux_de_decade[0xFF] == std::array<std::uint8_t, 3>{0b0101, 0b1111, 0b1010});
 
 /// The decades from 0 to some limit, sieved beforehand.
 struct Decades {
@@ -54,7 +54,7 @@ struct Decades {
   std::uint64_t nombre() const { return nombre_; }
 
   /// Which of 10 d + 1, 3, 7, 9 are prime; 0 < d < nombre().
-  unsigned operator[](std::uint64_t d) const { return touches_de_decade[octets_[d / 3]][d % 3]; }
+  unsigned operator[](std::uint64_t d) const { return drapeaux_de_decade[octets_[d / 3]][d % 3]; }
 
  private:
   std::uint64_t nombre_ = 0;
@@ -72,7 +72,7 @@ struct DecadesGlissantes {
   /// Which of 10 d + 1, 3, 7, 9 are prime; 0 < d <= derniere. `suivi` is called if that sieves.
   unsigned demander(std::uint64_t d, const Suivi& suivi) {
     if (d < debut_ || d >= fin_) glisser(d, suivi);
-    return touches_de_decade[octets_[(d - debut_) / 3]][(d - debut_) % 3];
+    return drapeaux_de_decade[octets_[(d - debut_) / 3]][(d - debut_) % 3];
   }
 
  private:

@@ -78,15 +78,15 @@ constexpr std::array<Passe, 2> passes{
 
 using Sources = std::array<const std::uint8_t*, par_passe>;
 
-/// out = (Premiere ? all ones : out) AND the eight sources, n bytes.
-template <bool Premiere>
-[[gnu::always_inline]] inline void joindre(std::uint8_t* __restrict out, const Sources& s,
+/// sortie = (Initiale ? all ones : sortie) AND the eight sources, n bytes.
+template <bool Initiale>
+[[gnu::always_inline]] inline void joindre(std::uint8_t* __restrict sortie, const Sources& s,
                                            std::size_t n) {
   const std::uint8_t *a = s[0], *b = s[1], *c = s[2], *d = s[3];
   const std::uint8_t *e = s[4], *f = s[5], *g = s[6], *h = s[7];
   for (std::size_t i = 0; i < n; ++i) {
     const int tous = a[i] & b[i] & c[i] & d[i] & e[i] & f[i] & g[i] & h[i];
-    out[i] = static_cast<std::uint8_t>(Premiere ? tous : out[i] & tous);
+    sortie[i] = static_cast<std::uint8_t>(Initiale ? tous : sortie[i] & tous);
   }
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Pre-sieving: the multiples of the 35 primes 7 .. 163 repeat with the period of their product, so
 // they are copied from patterns instead of being crossed off one by one. One pattern for all would
-// be astronomically long; sixteen patterns for two or three primes each take 122 KB and are joined
+// be astronomically long; sixteen patterns for two or three primes each take 127 KB and are joined
 // by AND (the idea is in K. Walisch, "primesieve: algorithms", 2022).
 //
 // Cost: 16 bytes read for each byte written, half a cycle a byte with AVX2. The patterns are

@@ -50,9 +50,9 @@ std::span<const std::uint8_t> PremiersCribleurs::suivants(std::uint64_t octet_fi
   if (octet >= octet_fin) return {};
   if (octet < taille_table) {
     const std::uint64_t n = std::min<std::uint64_t>(octet_fin, taille_table) - octet;
-    const auto flags = std::span{table}.subspan(octet, n);
+    const auto drapeaux = std::span{table}.subspan(octet, n);
     octet += n;
-    return flags;
+    return drapeaux;
   }
   if (fenetres == nullptr) {
     fenetres = std::make_unique<Fenetres>(30 * octet, 30 * octet_max - 1,

@@ -20,7 +20,7 @@
 
 namespace premiers::crible {
 
-/// A window of integers [debut, fin), 0 < debut < fin <= 2^64.
+/// A window of integers [debut, fin), 0 < debut < fin < 2^64.
 struct Fenetre {
   std::uint64_t debut;
   std::uint64_t fin;

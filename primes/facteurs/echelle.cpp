@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The levels, and how the next curves are taken.
 #include "primes/facteurs/echelle.h"
 
 #include <algorithm>

@@ -32,9 +32,9 @@ inline constexpr double profondeur_sans_fin = std::numeric_limits<double>::infin
 
 /// Proper factors of n, which need not be prime nor coprime; none when the curves for factors of so
 /// many digits are done. Between two levels the curves of the next are taken in proportion: none at 15
-/// digits, all of the first level at 20 (for shorter factors there is facteurs_longs.h). n: odd, composite, above 64 bits, without
-/// factors below 1000; one of more than bits_facteur_long bits is left as it is. `suivi` hears
-/// nothing but 0, and may throw.
+/// digits, all of the first level at 20 (for shorter factors there is facteurs_longs.h). n: odd,
+/// composite, above 64 bits, without factors below 1000; one of more than bits_facteur_long bits is
+/// left as it is. `suivi` hears nothing but 0, and may throw.
 std::vector<NTL::ZZ> facteurs_par_echelle(const NTL::ZZ& n, double profondeur, Echelle& etat,
                                           const Suivi& suivi = {});
 

@@ -8,7 +8,7 @@
 // 2^(52 K) takes 4 K^2 + K of them for eight lanes: 18 for K = 2, where scalar code needs 10
 // multiplications for each lane.
 //
-// As in primes/arithmetique/montgomery_souple.h nothing is corrected: products are left in (0, 2n),
+// As in primes/arithmetique/montgomery_souple.h nothing is corrected: products are left in [0, 2n),
 // sums and differences in (0, 4n), for n < 2^(52 K - 4). Limbs of products are below 2^52. A sum
 // only carries upwards and leaves the carry standing in the lower limb, too: the multiplier ignores
 // all but the low 52 bits, and sums are never summed.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The ring of eight lanes in AVX-512 registers (primes/facteurs/ecm_anneau_avx512.h) for moduli up
-// to 128 bits.
+// to 126 bits.
 #include "primes/facteurs/ecm_avx512.h"
 
 #if defined(__x86_64__)

@@ -58,9 +58,9 @@ std::span<const Instruction> programme(std::size_t b1);
 /// The rules of the subtractive Euclid: what is wanted is d A + e B, d > e.
 enum class Regle : std::uint8_t {
   soustraire,    ///< (d - e) A + e (A + B)
-  halver_ecart,  ///< (d - e)/2 2A + e (A + B)
-  halver_d,      ///< d/2 2A + e B, and 2A - B = A + (A - B)
-  halver_e       ///< d A + e/2 2B, and A - 2B = (A - B) - B
+  moitie_ecart,  ///< (d - e)/2 2A + e (A + B)
+  moitie_d,      ///< d/2 2A + e B, and 2A - B = A + (A - B)
+  moitie_e       ///< d A + e/2 2B, and A - 2B = (A - B) - B
 };
 
 /// Takes the rule for d > e, and gives it.
@@ -71,14 +71,14 @@ constexpr Regle avancer(std::uint32_t& d, std::uint32_t& e) {
   }
   if (d % 2 == e % 2) {
     d = (d - e) / 2;
-    return Regle::halver_ecart;
+    return Regle::moitie_ecart;
   }
   if (d % 2 == 0) {
     d /= 2;
-    return Regle::halver_d;
+    return Regle::moitie_d;
   }
   e /= 2;
-  return Regle::halver_e;
+  return Regle::moitie_e;
 }
 
 /// A walk along a chain; `executer` receives every instruction. C = +-(A - B).
@@ -100,15 +100,15 @@ struct Chaine {
       case Regle::soustraire:
         C = std::exchange(B, ajouter(A, B, C));
         return;
-      case Regle::halver_ecart:
+      case Regle::moitie_ecart:
         B = ajouter(A, B, C);
         A = ajouter(A, A, A);
         return;
-      case Regle::halver_d:
+      case Regle::moitie_d:
         C = ajouter(A, C, B);
         A = ajouter(A, A, A);
         return;
-      case Regle::halver_e:
+      case Regle::moitie_e:
         C = ajouter(C, B, A);
         B = ajouter(B, B, B);
         return;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The templates of ecm.h and ecm_seconde.h, made for the rings of any length.
 #include "primes/facteurs/ecm_grand.h"
 
 #include <array>
@@ -52,7 +53,7 @@ NTL::ZZ reprendre(const MontgomeryLong& a, std::uint64_t sigma, const BornesLong
   const std::vector<Multiplicateur> courts = multiplicateurs(1, b1_court);
   for (const std::span<const Multiplicateur> liste : {std::span{courts}, std::span{bornes.suite}}) {
     for (std::size_t i = 0; i < liste.size() && trouves.rien(); ++i) {
-      if (suivi && i % 64 == 0) suivi(0);
+      if (suivi && i % 64 == 0) suivi(0);  // some ten thousand products
       marche.multiplier(liste[i]);
       trouves.noter(marche.point().z);
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The two lists, made by the compiler here and nowhere else.
 #include "primes/facteurs/ecm_paires.h"
 
 namespace premiers::facteurs::ecm {

@@ -2,7 +2,7 @@
 // Which multiples of a point the second stage of ECM compares, found by the compiler
 // (once, in ecm_paires.cpp).
 //
-// The stage wants one prime factor q of the group order in (B1, B2]. With D = 210 every such q is
+// The stage wants one prime factor q of the group order in (B1, B2]. With D = 210 every such q > D / 2 is
 // k D +- j with j coprime to D and j < D/2; then kD Q and j Q have the same x, and x(kD Q) - x(j Q)
 // shares the factor with n. One product covers both kD - j and kD + j, so a pair (k, j) is listed
 // when at least one of the two is prime (P. L. Montgomery, "Speeding the Pollard and elliptic curve

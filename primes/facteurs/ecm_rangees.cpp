@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The rows are filled by the sieve.
 #include "primes/facteurs/ecm_rangees.h"
 
 #include <cassert>

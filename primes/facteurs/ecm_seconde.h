@@ -63,7 +63,8 @@ struct Ecarts {
   }
 };
 
-/// The second stage with small bounds: for primes in (b1, b2], rounded outwards to multiples of D.
+/// The second stage with small bounds: for primes in (max(b1, D / 2), b2], rounded outwards to odd
+/// multiples of D / 2.
 template <Anneau A>
 void phase_deux(const Courbe<A>& courbe, const Point<A>& q, const ListePaires& liste,
                 std::size_t b1, std::size_t b2, Trouves<A>& trouves) {
@@ -74,7 +75,7 @@ void phase_deux(const Courbe<A>& courbe, const Point<A>& q, const ListePaires& l
   const std::size_t k1 = (b2 + D / 2) / D;
   const std::size_t petits = liste.residus.size();
   const std::size_t nombre = petits + k1 + 1 - k0;
-  // The small multiples are made where the large ones come later. Up to 200 KB: too much for a stack.
+  // The small multiples are made where the large ones come later. Up to 500 KB: too much for a stack.
   std::vector<Point<A>> memoire(std::max(nombre, petits + nombre_multiples(D)));
   const std::span<Point<A>> points{memoire};
   const auto bebes = points.first(petits);
@@ -129,6 +130,7 @@ void comparer(Pas& pas, std::span<const Point<A>> bebes, const Rangees& rangees,
               Trouves<A>& trouves, const Suivi& suivi) {
   const A& a = trouves.a;
   const bool rapide = allure == Allure::rapide;
+  // Large points whose z are divided out together, for one inversion; 128 of them stay in the caches.
   const std::size_t bloc = rapide ? 128 : 1;
   std::vector<Point<A>> memoire(bloc);
   std::vector<Paire> paires;
@@ -137,7 +139,7 @@ void comparer(Pas& pas, std::span<const Point<A>> bebes, const Rangees& rangees,
     const auto geants = std::span<Point<A>>{memoire}.first(std::min(bloc, rangees.bits.size() - i));
     pas.suivants(geants, trouves);
     for (std::size_t k = 0; k < geants.size(); ++k) {
-      if (suivi && (i + k) % 16 == 0) suivi(0);
+      if (suivi && (i + k) % 16 == 0) suivi(0);  // some 1700 products
       lire_rangee(rangees.bits[i + k], paires);
       ecarts.multiplier(a, paires, 0, geants.subspan(k, 1), bebes);
     }

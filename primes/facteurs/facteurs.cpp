@@ -42,8 +42,8 @@ namespace {
 
 // ---- Limits, found by timing both methods on products of two equal primes ----------------------
 
-/// Up to here ECM alone beats the sieve if it runs eight curves at once. At 104 bits its arithmetic
-/// takes one limb more.
+/// Up to here ECM alone beats the sieve if it runs eight curves at once, though from 101 bits on its
+/// arithmetic takes a limb more.
 constexpr long bits_ecm_a_huit = 103;
 /// The same for one or two curves at a time. Both take 1.1 ms at 80 bits, 6.3 and 2.7 ms at 98.
 constexpr long bits_ecm_scalaire = 80;
@@ -69,8 +69,10 @@ constexpr std::array<Palier, 5> paliers{{{0, {16, 200, 8000}},
                                          {140, {32, 2000, 100000}},
                                          {170, {128, 2000, 100000}},
                                          {200, {512, 2000, 100000}}}};
-/// Where eight curves run at once, these stand for the first level of the ladder.
+/// Where eight curves run at once, these stand for the first level of the ladder, which is for factors
+/// of 20 digits: with the smaller bounds, whose second stage needs no rows of bits, they cost less.
 constexpr EffortEcm effort_a_huit{2048, 2000, 100000};
+constexpr std::uint8_t chiffres_de_l_effort_a_huit = 20;
 static_assert(effort_a_huit.a_portee());
 static_assert(std::all_of(paliers.begin(), paliers.end(),
                           [](const Palier& p) { return p.effort.a_portee(); }));
@@ -102,6 +104,10 @@ std::optional<NTL::ZZ> facteur_court(const NTL::ZZ& n, Echelle& echelle, const S
     courbes += effort.courbes;
   }
   if (NTL::NumBits(n) >= bits_echelle && echelle.niveau == 0 && huit_courbes_a_la_fois(n)) {
+    suivi.annoncer({.genre = Etape::Genre::courbes,
+                    .chiffres = chiffres_de_l_effort_a_huit,
+                    .nombre = effort_a_huit.courbes,
+                    .numero = 1});
     if (auto f = facteur_ecm_long(n, effort_a_huit, courbes, suivi)) return f;
     echelle = {1, 0};
   }

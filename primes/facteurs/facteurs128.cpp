@@ -65,7 +65,10 @@ constexpr bool a_portee(const std::array<Bornes, taille>& table) {
     return b.b1 <= ecm::b1_court && b.b2 <= ecm::paires_longues.portee;
   });
 }
-static_assert(a_portee(bornes_scalaires) && a_portee(bornes_avx512));
+static_assert(a_portee(bornes_scalaires));
+#if defined(__x86_64__)
+static_assert(a_portee(bornes_avx512));
+#endif
 
 template <std::size_t taille>
 const Bornes& choisir(const std::array<Bornes, taille>& table, int bits) {
@@ -73,17 +76,16 @@ const Bornes& choisir(const std::array<Bornes, taille>& table, int bits) {
                        [bits](const Bornes& b) { return bits <= b.bits; });
 }
 
-/// Calls essayer(n, sigma, bornes) for `voies` curves after the other. The first ones get the
+/// Calls essayer(n, sigma, bornes) for curve after curve, `voies` at a time. The first ones get the
 /// bounds of a smaller n, because most n that are met have one factor that is small.
 template <std::size_t voies, std::size_t taille, class Essayer>
 std::optional<Entier128> parcourir(Entier128 n, unsigned courbes,
                                    const std::array<Bornes, taille>& table, Essayer essayer) {
   const Bornes& bornes = choisir(table, bits(n));
   const Bornes& initiales = choisir(table, bits(n) * 4 / 5);
-  constexpr std::uint64_t sigma_minimal = 6;  // Suyama's curves are good from there on
   for (unsigned i = 0; i < courbes; i += voies) {
     std::array<std::uint64_t, voies> sigma;
-    for (unsigned j = 0; j < voies; ++j) sigma[j] = sigma_minimal + i + j;
+    for (unsigned j = 0; j < voies; ++j) sigma[j] = ecm::sigma_minimal + i + j;
     const Entier128 f = essayer(n, sigma, i == 0 ? initiales : bornes);
     if (f != 1) return f;
   }

@@ -12,7 +12,7 @@ namespace premiers::facteurs {
 
 /// A proper factor of n, not necessarily prime; nothing if `courbes` curves (rounded up to a
 /// multiple of the number of curves that run side by side) did not find one. n must be odd,
-/// composite, greater than 2^22 and should have no factor below 1000: ECM separates small factors
+/// composite, greater than 2^21 and should have no factor below 1000: ECM separates small factors
 /// badly, because one curve finds them all. With a prime n nothing is found.
 ///
 /// Means for products of two primes of equal size, in milliseconds on a Zen 4 core, with AVX-512

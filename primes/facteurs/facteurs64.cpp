@@ -83,7 +83,7 @@ std::uint64_t diviser_par_les_petits(Facteurs64& f, std::uint64_t n) {
   return n;
 }
 
-/// Notes the prime factors of n > 1, which has none below borne_diviseurs.
+/// Notes the prime factors of n > 1, which is prime or has none below borne_diviseurs.
 void decomposer(Facteurs64& f, std::uint64_t n, unsigned courbes) {
   if (n < borne_diviseurs * borne_diviseurs || primalite::est_premier(n)) return noter(f, n, 1);
   const std::uint64_t d = diviser(n, courbes);

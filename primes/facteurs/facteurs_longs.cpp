@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "primes/facteurs/ecm.h"
 #include "primes/facteurs/ecm_chaines.h"
 #include "primes/facteurs/ecm_grand.h"
 #include "primes/facteurs/ecm_paires.h"
@@ -19,10 +20,7 @@ namespace {
 static_assert(EffortEcm::b1_max == ecm::b1_court);
 static_assert(EffortEcm::b2_max == ecm::paires_longues.portee);
 
-/// Suyama's parameters are good from here on.
-constexpr std::uint64_t sigma_minimal = 6;
-
-/// Calls essayer(i) for the curves from the i-th on, every eighth.
+/// Calls essayer(i) for i = 0, 8, 16 ...: eight curves from the i-th on, or that one alone.
 template <class Essayer>
 std::optional<NTL::ZZ> parcourir(const NTL::ZZ& n, const EffortEcm& effort, const Suivi& suivi,
                                  Essayer essayer) {
@@ -38,7 +36,7 @@ std::optional<NTL::ZZ> parcourir(const NTL::ZZ& n, const EffortEcm& effort, cons
 std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortEcm& effort,
                                                  unsigned debut, const Suivi& suivi) {
   return parcourir(n, effort, suivi, [&](unsigned i) {
-    return ecm::essayer_courbe_courte(n, sigma_minimal + debut + i, effort.b1, effort.b2);
+    return ecm::essayer_courbe_courte(n, ecm::sigma_minimal + debut + i, effort.b1, effort.b2);
   });
 }
 
@@ -47,7 +45,7 @@ std::optional<NTL::ZZ> facteur_ecm_long_portable(const NTL::ZZ& n, const EffortE
 std::optional<NTL::ZZ> facteur_ecm_long_ifma(const NTL::ZZ& n, const EffortEcm& effort,
                                              unsigned debut, const Suivi& suivi) {
   return parcourir(n, effort, suivi, [&](unsigned i) {
-    return ecm::essayer_huit_courtes(n, sigma_minimal + debut + i, effort.b1, effort.b2,
+    return ecm::essayer_huit_courtes(n, ecm::sigma_minimal + debut + i, effort.b1, effort.b2,
                                      ecm::noyaux_ifma);
   });
 }

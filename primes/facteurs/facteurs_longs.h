@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A factor of a composite of 127 to 700 bits by the elliptic curve method: the continuation of
+// A factor of a composite of 65 to 700 bits by the elliptic curve method: the continuation of
 // facteurs128.h. It finds factors of up to some 15 digits long before a sieve would.
 #pragma once
 

@@ -3,7 +3,7 @@
 // go on for long (ecm_grand.h).
 //
 // A residue is K limbs of 52 bits, each a vector of eight lanes. As in
-// primes/arithmetique/montgomery_souple.h nothing is corrected: products are left in (0, 2n), sums and
+// primes/arithmetique/montgomery_souple.h nothing is corrected: products are left in [0, 2n), sums and
 // differences in (0, 4n), for n < 2^(52 K - 4). Limbs of products are below 2^52, the highest apart. A
 // sum only carries upwards and leaves the carry standing in the lower limb, too: who multiplies reads
 // the low 52 bits.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// The powers of the first stage, and the Lucas sequence that the second one walks along.
 #include "primes/facteurs/p_moins_un.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 //
 // J. M. Pollard, "Theorems on factorization and primality testing", Proceedings of the Cambridge
 // Philosophical Society 76 (1974). First stage: x = 3^lcm(1..B1), by GMP, one exponent of some
-// hundred words after the other. Second stage (P. L. Montgomery, Mathematics of Computation 48,
+// sixty words after the other. Second stage (P. L. Montgomery, Mathematics of Computation 48,
 // 1987): V(m) = x^m + x^-m is the same for m and -m, and V(k D) = V(j) modulo p when k D + j or
 // k D - j is what is missing of p - 1; so it follows the rows and the loop of ECM (ecm_seconde.h).
 //

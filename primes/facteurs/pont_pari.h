@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The bridge to the PARI library: the factorisations and the primality proofs that are too long for
-// the methods of this folder. How the library is started, fed and kept quiet is told in
-// pont_pari.cpp, the only file that knows its types.
+// The bridge to the PARI library: the primality proofs that are too long for the methods of this
+// folder. How the library is started, fed and kept quiet is told in pont_pari.cpp, the only file that
+// knows its types.
 //
-// All functions must be called by one and the same thread: what the library remembers belongs to
-// the thread that started it. The first call starts it (2 ms). A call cannot be interrupted but by
-// the end of the process, nor tell how far it is. Without memory they throw std::bad_alloc and can
-// be called again.
+// It must be called by one and the same thread: what the library remembers belongs to the thread that
+// started it. The first call starts it (2 ms). A call cannot be interrupted but by the end of the
+// process, nor tell how far it is. Without memory it throws std::bad_alloc and can be called again.
 #pragma once
 
 #include <NTL/ZZ.h>

@@ -14,7 +14,7 @@
 //     factor, and divides p + 1 or p - 1.
 //
 // Up to 200 bits a third of n - 1 is worth some curves of ECM: at 30 digits the proof then costs a
-// fifth of a general one. Longer n are tried with what small primes leave, which takes microseconds
+// seventh of a general one. Longer n are tried with what small primes leave, which takes microseconds
 // and suffices for many numbers that people care about (2^p - 1, k 2^m + 1, n! +- 1). All others
 // are given to the PARI library (APRCL, ECPP).
 #include "primes/facteurs/preuve.h"
@@ -68,12 +68,13 @@ PartieConnue petite_partie(NTL::ZZ& m) {
 
 /// A factor of the composite c that little work finds.
 std::optional<NTL::ZZ> facteur_facile(const NTL::ZZ& c) {
-  // Up to here the curves of facteurs128.h take c, which go on with larger bounds; after so many of them the
-  // proof gives c up and goes on without.
+  // Up to here the curves of facteurs128.h take c, which go on with larger bounds; after so many of
+  // them the proof gives c up and goes on without.
   constexpr long bits_deux_membres = 100;
   constexpr unsigned courbes = 64;
-  // Effect: how much of n - 1 is found, for how much work. With a quarter of these curves random primes of 50
-  // digits take 1.3 times as long to prove, with four times as many 0.85; of 40 and 60 digits the same.
+  // Effect: how much of n - 1 is found, for how much work. With a quarter of these curves random
+  // primes of 50 digits take 1.3 times as long to prove, with four times as many 0.85; of 40 and 60
+  // digits the same.
   constexpr EffortEcm effort{16, 250, 10000};
   static_assert(effort.a_portee());
   if (NTL::NumBits(c) > bits_deux_membres) return facteur_ecm_long(c, effort);

@@ -14,8 +14,8 @@
 
 namespace premiers::facteurs {
 
-/// A proper factor of the composite n of the ring m, which must not be the square of a prime (there
-/// no sequence would find one). Other sequences are tried until one finds a factor.
+/// A proper factor of the composite n of the ring m; a square of a prime is better seen by its root.
+/// Other sequences are tried until one finds a factor.
 template <class Montgomery>
 typename Montgomery::Entier facteur_rho(const Montgomery& m) {
   using Entier = typename Montgomery::Entier;

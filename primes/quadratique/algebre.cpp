@@ -128,8 +128,8 @@ std::vector<Ensemble> noyau(Matrice& matrice, std::size_t maximum,
   }
 
   // A column without pivot is the sum of the pivot columns of the rows in which it has a 1.
-  std::vector<Ensemble> base;
-  for (std::size_t libre = 0; libre < matrice.colonnes && base.size() < maximum; ++libre) {
+  std::vector<Ensemble> membres;
+  for (std::size_t libre = 0; libre < matrice.colonnes && membres.size() < maximum; ++libre) {
     if (pivots.ligne_de[libre] != aucun) continue;
     Ensemble membre;
     for (std::size_t c = 0; c < libre; ++c) {
@@ -140,9 +140,9 @@ std::vector<Ensemble> noyau(Matrice& matrice, std::size_t maximum,
       }
     }
     membre.push_back(static_cast<std::uint32_t>(libre));
-    base.push_back(std::move(membre));
+    membres.push_back(std::move(membre));
   }
-  return base;
+  return membres;
 }
 
 }  // namespace premiers::quadratique

@@ -8,8 +8,8 @@
 // work, and it comes by each row once for sixteen columns, which counts when the matrix is larger
 // than the cache.
 //
-// Cost: rows^2 * columns / 1024 operations on words (0.03 s for 5000 x 5000; it grows with the
-// cube; for larger ones there is lanczos.h); memory rows * columns / 8
+// Cost: rows^2 * columns / 1024 operations on words (0.03 s for 5000 x 5000 on a Zen 4, and by
+// more than the cube where they leave its caches; for larger ones there is lanczos.h); memory rows * columns / 8
 // bytes.
 #pragma once
 

@@ -8,7 +8,7 @@
 namespace premiers::quadratique {
 
 double part_du_travail(double c, double f, double a) {
-  // The difference of both sides has one change of sign between f and 1: it is halved down to.
+  // The difference of both sides has one change of sign between f and 1, which halving closes in on.
   double bas = f;
   double haut = 1;
   for (int i = 0; i < 20; ++i) {

@@ -21,8 +21,9 @@ BornesDesRestes bornes_des_restes(const Base& base, const Reglages& choix, Sciss
 
 // The logarithm (to base 2) that the sieved primes have to reach: that of the largest |Q|, which
 // is demi * sqrt(kn / 8), less that of the large primes and the tolerance. Small n would go below
-// zero. From some 291 bits on a byte cannot hold it any more: the tolerance then grows by what is
-// missing (half a bit for each bit of n), and the longer n is, the more values are divided in vain.
+// zero. A byte holds it at every size that there are settings for; with one large prime only from some 325
+// bits on no more: the tolerance then grows by what is missing (half a bit for each bit of n), and the
+// longer n is, the more values are divided in vain.
 std::uint32_t seuil_du_crible(const Base& base, const Reglages& choix,
                               const BornesDesRestes& bornes) {
   const double taille_q =

@@ -3,8 +3,8 @@
 // and each of them once only.
 //
 // All primes of a but one are drawn from a reserve in the middle of the base, the last one is taken to fit.
-// They do not run out: of some 60 primes in reserve a dozen make a coefficient at 105 digits, which makes
-// 2^11 polynomials.
+// They do not run out: of some 70 primes in reserve 13 or 14 make a coefficient at 105 digits, which
+// makes 2^12 or 2^13 polynomials.
 #pragma once
 
 #include <cstddef>

@@ -39,13 +39,13 @@
 namespace premiers::quadratique {
 
 /// A factor of n other than 1 and n; it need not be prime.
-/// n: odd, composite, no perfect power (of a square the root is given), at least 2^50, below 2^380;
+/// n: odd, composite, no perfect power (of a square the root is given), at least 2^49, below 2^380;
 /// meant for numbers without a factor below 1000 (such a factor is found too, but there are cheaper
 /// ways). nullopt for any other number and, which a composite n is not expected to meet, when a
 /// generous limit of work is reached. The result depends on n only, not on the run. Memory: 16 MB
 /// at 60 digits, 53 MB at 70. `suivi` may throw.
-/// `scission` splits what is left of values with two large primes. The settings for more than 230
-/// bits count on it: without it, larger numbers take longer than they need.
+/// `scission` splits what is left of values with two large primes. The settings from 225 bits
+/// on count on it: without it, larger numbers take longer than they need.
 std::optional<NTL::ZZ> facteur_quadratique(const NTL::ZZ& n, const Suivi& suivi = {},
                                            quadratique::Scission scission = nullptr);
 

@@ -54,8 +54,7 @@ void reperer(Division& s, const Polynomes& polynomes, std::uint32_t position, st
 // than 64 bits, or surely too large.
 bool retirer_tous(Division& s, const Polynomes& polynomes, Candidat candidat, Reste& r) {
   s.trouves.clear();
-  const std::size_t fin_petits =
-      (s.tamis.debut + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
+  const std::size_t fin_petits = vecteurs_entiers(s.tamis.debut);
   reperer(s, polynomes, candidat.position, 0, fin_petits);
   for (std::uint32_t i = 2; i < s.base.ordinaires; ++i) retirer(s, r, i);  // the primes of k
   std::size_t vus = 0;

@@ -12,10 +12,10 @@ namespace premiers::quadratique {
 
 namespace {
 
-// 1 / q modulo all p of the base, q the prime at `rang`. With h = 1 / p mod q, found in a table,
+// 1 / q modulo all p of the base, q the prime at `indice`. With h = 1 / p mod q, found in a table,
 // p h - 1 is a multiple of q, and p - (p h - 1) / q is the inverse: no Euclid, one table per q.
-Tableau<std::uint32_t> inverses_de(const Base& base, std::size_t rang) {
-  const std::uint32_t q = base.premier[rang];
+Tableau<std::uint32_t> inverses_de(const Base& base, std::size_t indice) {
+  const std::uint32_t q = base.premier[indice];
   std::vector<std::uint32_t> modulo_q(q);
   modulo_q[1] = 1;
   for (std::uint32_t i = 2; i < q; ++i) {
@@ -23,7 +23,7 @@ Tableau<std::uint32_t> inverses_de(const Base& base, std::size_t rang) {
   }
   Tableau<std::uint32_t> inverses(base.premier.size());
   for (std::size_t i = base.ordinaires; i < base.taille; ++i) {
-    if (i == rang) continue;
+    if (i == indice) continue;
     const std::uint64_t p = base.premier[i];
     inverses[i] = static_cast<std::uint32_t>(p - (p * modulo_q[p % q] - 1) / q);
   }
@@ -48,8 +48,8 @@ Famille::Famille(const Base& base, std::uint32_t demi, std::size_t nombre)
   for (const std::uint32_t p : base.premier) demi_mod_.push_back(demi % p);
 }
 
-void Famille::commencer(std::vector<std::size_t> primes_de_a) {
-  facteurs = std::move(primes_de_a);
+void Famille::commencer(std::vector<std::size_t> premiers_de_a) {
+  facteurs = std::move(premiers_de_a);
   NTL::ZZ grand_a(1);
   for (const std::size_t i : facteurs) {
     grand_a *= static_cast<long>(base_.premier[i]);
@@ -64,11 +64,12 @@ void Famille::commencer(std::vector<std::size_t> primes_de_a) {
 // term is odd, the others even, which makes every b odd.
 void Famille::preparer_terme(const NTL::ZZ& grand_a, std::size_t l) {
   const Base& base = base_;
-  const std::size_t rang = facteurs[l];
-  const std::uint32_t q = base.premier[rang];
+  const std::size_t indice = facteurs[l];
+  const std::uint32_t q = base.premier[indice];
   const NTL::ZZ autres = grand_a / static_cast<long>(q);
   const auto autres_q = static_cast<std::uint32_t>(NTL::rem(autres, static_cast<long>(q)));
-  const std::uint32_t gamma = produit_mod(base.racine[rang], puissance_mod(autres_q, q - 2, q), q);
+  const std::uint32_t gamma =
+      produit_mod(base.racine[indice], puissance_mod(autres_q, q - 2, q), q);
   NTL::ZZ terme = autres * static_cast<long>(gamma);
   const bool a_corriger = NTL::IsOdd(terme) != (l == 0 ? 1L : 0L);
   if (a_corriger) terme -= grand_a;
@@ -78,7 +79,8 @@ void Famille::preparer_terme(const NTL::ZZ& grand_a, std::size_t l) {
   const std::uint32_t* const p = base.premier.data();
   const std::size_t n = base.premier.size();
   std::fill_n(tampon_.begin(), n, gamma);
-  vecteurs().multiplier(pas, inverses_[rang].data(), tampon_.data(), p, base.reciproque.data(), n);
+  vecteurs().multiplier(pas, inverses_[indice].data(), tampon_.data(), p, base.reciproque.data(),
+                        n);
   if (a_corriger) {
     std::fill_n(tampon_.begin(), n, 1);
     vecteurs().descendre(pas, tampon_.data(), p, n);

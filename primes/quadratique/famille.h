@@ -36,7 +36,7 @@ struct Famille {
   Famille(const Base& base, std::uint32_t demi, std::size_t nombre);
 
   /// Another coefficient: these primes of the base, given by their indices.
-  void commencer(std::vector<std::size_t> primes_de_a);
+  void commencer(std::vector<std::size_t> premiers_de_a);
   /// The roots of the first polynomial, whose b is the sum of all B_l: positions < p.
   void racines_initiales(Tableau<std::uint32_t>& racine_1, Tableau<std::uint32_t>& racine_2);
 

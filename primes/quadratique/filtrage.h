@@ -28,8 +28,8 @@ struct MatriceReduite {
 };
 
 /// The members of the kernel of what comes back are, by their origins, such of `matrice`, and at least
-/// as many as it has, or `surplus`, or their rest after rows without entries. `signe_de_vie`, if not empty, is
-/// called every few milliseconds.
+/// as many as it has, or `surplus`, or their rest after rows without entries. `signe_de_vie`, if not
+/// empty, is called every few milliseconds.
 MatriceReduite filtrer(MatriceCreuse matrice, std::size_t surplus,
                        const std::function<void()>& signe_de_vie = {});
 

@@ -32,7 +32,8 @@ void annuler(Bloc& ou, Bloc& autre, std::size_t pivot, std::size_t colonne) {
   }
 }
 
-// Brings a row with a bit in column c of `ou` to place c, of those at c[j], c[j + 1], ...
+// Brings a row with a bit in column c of `ou` to place c, of those at
+// ordre[j], ordre[j + 1], ...
 bool chercher_pivot(Bloc& ou, Bloc& autre, const std::array<std::size_t, 64>& ordre,
                     std::size_t j) {
   const std::size_t c = ordre[j];
@@ -68,7 +69,7 @@ std::optional<Choix> choisir_colonnes(Bloc t, std::uint64_t avant) {
 }
 
 // A block, and what later ones need of it.
-struct Etape {
+struct Ronde {
   Mots v;
   Bloc vav{};   // V^T A V
   Bloc va2v{};  // V^T A^2 V
@@ -80,7 +81,7 @@ bool nul(const Bloc& b) {
 }
 
 // V_{i+1} from A V_i and the blocks i, i - 1, i - 2 (Montgomery, theorem 3).
-Mots bloc_suivant(Mots av, const Etape& e0, const Etape& e1, const Etape& e2) {
+Mots bloc_suivant(Mots av, const Ronde& e0, const Ronde& e1, const Ronde& e2) {
   const std::uint64_t s = e0.choix.colonnes;
   for (std::uint64_t& mot : av) mot &= s;
   const Bloc d = somme(unite(), produit(e0.choix.inverse, somme(colonnes_de(e0.va2v, s), e0.vav)));
@@ -104,10 +105,10 @@ std::optional<Arrivee> parcourir(const MatriceDeProduits& b, std::uint64_t grain
   Mots x(b.colonnes);
   for (std::uint64_t& mot : x) mot = hasard();
   const Mots v0 = b.gram(x);
-  Etape e0{v0, {}, {}, {}};
-  Etape e1{Mots(b.colonnes), {}, {}, {}};
-  Etape e2 = e1;
-  for (std::size_t rondes = b.colonnes / 60 + 20; rondes > 0; --rondes) {
+  Ronde e0{v0, {}, {}, {}};
+  Ronde e1{Mots(b.colonnes), {}, {}, {}};
+  Ronde e2 = e1;
+  for (std::size_t reste = b.colonnes / 60 + 20; reste > 0; --reste) {
     if (signe_de_vie) signe_de_vie();
     Mots av = b.gram(e0.v);
     e0.vav = produit_interieur(e0.v, av);
@@ -118,7 +119,7 @@ std::optional<Arrivee> parcourir(const MatriceDeProduits& b, std::uint64_t grain
     e0.choix = *choix;
     ajouter_produit(x, e0.v, produit(e0.choix.inverse, produit_interieur(e0.v, v0)));
     Mots suivant = bloc_suivant(std::move(av), e0, e1, e2);
-    e2 = std::exchange(e1, std::exchange(e0, Etape{std::move(suivant), {}, {}, {}}));
+    e2 = std::exchange(e1, std::exchange(e0, Ronde{std::move(suivant), {}, {}, {}}));
   }
   return std::nullopt;
 }
@@ -140,16 +141,16 @@ struct Echelons {
 
   // Every vector on which all rows vanish is a sum of these.
   std::vector<Entier128> noyau() const {
-    std::vector<Entier128> base;
+    std::vector<Entier128> membres;
     for (std::size_t libre = 0; libre < 128; ++libre) {
       if (ligne[libre] != 0) continue;
       Entier128 u = Entier128{1} << libre;
       for (std::size_t c = libre; c-- > 0;) {
         if (ligne[c] != 0 && impair(ligne[c] & u)) u |= Entier128{1} << c;
       }
-      base.push_back(u);
+      membres.push_back(u);
     }
-    return base;
+    return membres;
   }
 
   static bool impair(Entier128 mots) {

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "primes/arithmetique/zz.h"
+
 namespace premiers::quadratique {
 
 namespace {
@@ -23,7 +25,7 @@ class Produit {
 
  private:
   void vider() {
-    valeur_ = valeur_ * NTL::to_ZZ(static_cast<unsigned long>(mot_)) % n_;
+    valeur_ = valeur_ * en_zz(mot_) % n_;
     mot_ = 1;
   }
   const NTL::ZZ& n_;

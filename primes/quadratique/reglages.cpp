@@ -35,7 +35,8 @@ namespace {
 //   tolerance  too small: relations are missed; too large: too many values are divided in vain.
 //   exposant   two large primes pay from 225 bits on: at 216 they take 1.2 of the time of one, at
 //              233 0.77. Too large: residues that are split in vain. 1.7 to 1.95.
-//   facteur    small q make more polynomials of a family; large q are missed less in the sieve.
+//   facteur    small q make more polynomials of a family; large q are missed less in the sieve. Bits of
+//              each prime of a: 7 to 12, so that there are enough of them in the base.
 struct Palier {
   double bits;
   double base;

@@ -35,10 +35,10 @@ std::size_t verser(Deplacement d, std::uint32_t longueur, std::uint32_t* liste) 
 }
 
 void chercher(const std::uint32_t* touches, std::size_t n, std::uint32_t position,
-              std::uint32_t premier, std::vector<std::uint32_t>& liste) {
+              std::uint32_t debut, std::vector<std::uint32_t>& liste) {
   for (std::size_t i = 0; i < n; ++i) {
     if (touches[i] >> bits_numero == position) {
-      liste.push_back(premier + (touches[i] & masque_numero));
+      liste.push_back(debut + (touches[i] & masque_numero));
     }
   }
 }
@@ -95,7 +95,7 @@ constexpr auto serrer = [] {
 }
 
 [[gnu::target("avx2")]] void chercher_avx2(const std::uint32_t* touches, std::size_t n,
-                                           std::uint32_t position, std::uint32_t premier,
+                                           std::uint32_t position, std::uint32_t debut,
                                            std::vector<std::uint32_t>& liste) {
   const __m256i place = _mm256_set1_epi32(static_cast<int>(position));
   std::size_t i = 0;
@@ -105,10 +105,10 @@ constexpr auto serrer = [] {
     auto oui = static_cast<unsigned>(_mm256_movemask_ps(_mm256_castsi256_ps(egal)));
     for (; oui != 0; oui &= oui - 1) {
       const std::size_t voie = i + static_cast<std::size_t>(std::countr_zero(oui));
-      liste.push_back(premier + (touches[voie] & masque_numero));
+      liste.push_back(debut + (touches[voie] & masque_numero));
     }
   }
-  chercher(touches + i, n - i, position, premier, liste);
+  chercher(touches + i, n - i, position, debut, liste);
 }
 
 // ---- AVX-512: sixteen at a time ----------------------------------------------------------------
@@ -141,7 +141,7 @@ constexpr auto serrer = [] {
 }
 
 [[gnu::target("avx512f")]] void chercher_avx512(const std::uint32_t* touches, std::size_t n,
-                                                std::uint32_t position, std::uint32_t premier,
+                                                std::uint32_t position, std::uint32_t debut,
                                                 std::vector<std::uint32_t>& liste) {
   // A hit at that position differs from position << bits_numero in its number at most.
   const __m512i place = _mm512_set1_epi32(static_cast<int>(position << bits_numero));
@@ -152,10 +152,10 @@ constexpr auto serrer = [] {
     auto oui = static_cast<unsigned>(_mm512_cmple_epu32_mask(ecart, numeros));
     for (; oui != 0; oui &= oui - 1) {
       const std::size_t voie = i + static_cast<std::size_t>(std::countr_zero(oui));
-      liste.push_back(premier + (touches[voie] & masque_numero));
+      liste.push_back(debut + (touches[voie] & masque_numero));
     }
   }
-  chercher(touches + i, n - i, position, premier, liste);
+  chercher(touches + i, n - i, position, debut, liste);
 }
 
 #endif

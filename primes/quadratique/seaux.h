@@ -49,9 +49,9 @@ struct BouclesSeaux {
   /// root << bits_numero | number in the slice. Gives how many. `liste` has room for all roots and
   /// 16 more.
   std::size_t (*verser)(Deplacement d, std::uint32_t longueur, std::uint32_t* liste);
-  /// Appends `premier` + number for each of n hits at that position.
+  /// Appends `debut` + number for each of n hits at that position.
   void (*chercher)(const std::uint32_t* touches, std::size_t n, std::uint32_t position,
-                   std::uint32_t premier, std::vector<std::uint32_t>& liste);
+                   std::uint32_t debut, std::vector<std::uint32_t>& liste);
 };
 
 Versions<BouclesSeaux> versions_des_seaux();

@@ -89,14 +89,10 @@ void cribler_paliers(Vue vue, const std::vector<std::size_t>& paliers) {
 }
 
 // The index of the first prime >= borne, from `ordinaires` on.
-std::size_t rang(const Base& base, std::uint32_t borne) {
+std::size_t indice_de(const Base& base, std::uint32_t borne) {
   const auto debut = base.premier.begin() + static_cast<std::ptrdiff_t>(base.ordinaires);
   const auto fin = base.premier.begin() + static_cast<std::ptrdiff_t>(base.taille);
   return static_cast<std::size_t>(std::lower_bound(debut, fin, borne) - base.premier.begin());
-}
-
-constexpr std::size_t vecteurs_entiers(std::size_t i) {
-  return (i + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
 }
 
 }  // namespace
@@ -106,12 +102,12 @@ Tamis::Tamis(const Base& base_, const Reglages& reglages)
       longueur(2 * reglages.demi),
       poids(base_.poids),
       lignes(longueur / 64 + 1),
-      debut(rang(base_, reglages.petit)),
-      fin(vecteurs_entiers(std::max(debut, rang(base_, longueur + 1)))),
+      debut(indice_de(base_, reglages.petit)),
+      fin(vecteurs_entiers(std::max(debut, indice_de(base_, longueur + 1)))),
       seaux(base_, fin, longueur) {
   paliers.push_back(fin);
   for (std::uint32_t k = 0; k <= deroules; ++k) {
-    paliers.push_back(std::max(debut, rang(base, longueur / (k + 1) + 1)));
+    paliers.push_back(std::max(debut, indice_de(base, longueur / (k + 1) + 1)));
   }
 }
 

@@ -36,8 +36,8 @@ struct Tamis {
   /// Gives the positions where the logarithms (to base 2) of the primes reach `seuil` <= seuil_max.
   const std::vector<Candidat>& cribler(Polynomes& polynomes, std::uint32_t seuil);
   /// A byte starts at 128 - seuil > 0. It does not wrap: rounding makes logarithms by a fifteenth
-  /// larger at most, so a value of t bits adds 16 t / 15 at most, and the settings for 66 to 350 bits
-  /// keep that less than 100 above the threshold.
+  /// larger at most from 53 on and a ninth below, so a value of t bits adds some 16 t / 15, and the
+  /// settings for 66 to 350 bits keep that some 100 above the threshold at most.
   static constexpr std::uint32_t seuil_max = 120;
 
   struct alignas(64) Ligne {
@@ -47,7 +47,7 @@ struct Tamis {
   std::uint32_t longueur;            // of the interval, 2 demi
   std::vector<std::uint8_t> poids;   // log2 of the primes; 0 for those of a
   std::vector<Ligne> lignes;         // the array, in cache lines, and one of waste
-  std::vector<std::size_t> paliers;  // [k]: the first index with length / p < k + 1
+  std::vector<std::size_t> paliers;  // [0]: `fin`; [k]: the first index with length / p < k
   std::size_t debut;                 // first index of the base that is sieved
   std::size_t fin;                   // from here on primes go through the buckets
   Seaux seaux;

@@ -17,6 +17,10 @@ namespace premiers::quadratique {
 
 /// The arrays indexed by prime have a multiple of this many elements.
 inline constexpr std::size_t largeur_vecteurs = 32;
+/// The first such multiple from i on.
+constexpr std::size_t vecteurs_entiers(std::size_t i) {
+  return (i + largeur_vecteurs - 1) / largeur_vecteurs * largeur_vecteurs;
+}
 
 /// Primes must be below, for the float arithmetic (primes/arithmetique/quotient.h).
 inline constexpr std::uint32_t borne_premiers = std::uint32_t{1} << 23;

@@ -151,7 +151,7 @@ TEST(Facteurs64, AroundTheEndOfTheTableOfDivisors) {
   }
 }
 
-TEST(Facteurs64, TwoPrimesOfEverySize) {
+TEST(Facteurs64EnNombre, TwoPrimesOfEverySize) {
   std::mt19937_64 g{2};
   for (int a = 2; a <= 32; ++a) {
     for (int b = a; a + b <= 64; ++b) {
