@@ -28,7 +28,8 @@ def empreinte(ligne, lancements, travail):
     for cote in (ligne.nous, *ligne.pairs):
         mots = [mot.replace(str(travail), "") for mot in map(str, cote.commande)]
         programmes = [octets_de(mot) for mot in mots if mot.startswith("/") or mot == mots[0]]
-        tout.update(repr((cote.nom, mots, programmes, cote.entree, cote.unites)).encode())
+        entree = cote.entree.replace(str(travail), "")
+        tout.update(repr((cote.nom, mots, programmes, entree, cote.unites)).encode())
     return tout.hexdigest()
 
 
