@@ -198,11 +198,12 @@ def table_du_readme(faites):
 
 
 def table_du_guide(faites):
-    """How long things take, in French: wall time, which is what an operator waits."""
+    """How long things take, in French: processor time, which is what an operator waits where the machine
+    has nothing else to do."""
     lignes = ["| travail | durée |", "|---|---|"]
     for ligne, (nous, *_) in faites:
         if ligne.guide and not nous.absent:
-            temps = duree(nous.valeur("mur") / ligne.combien).replace(".", ",")
+            temps = duree(nous.valeur("temps") / ligne.combien).replace(".", ",")
             lignes.append(f"| {ligne.guide} | {temps} |")
     return "\n".join(lignes)
 
