@@ -82,7 +82,7 @@ def lignes_contre_yafu(o):
     lignes += [ligne_de_produits(o, c, 1, 0.95, 0.7) for c in (90, 95)]
     lignes += [ligne_contre(o, f"{combien} numbers of {c} digits with a prime factor of {f}, the "
                             "rest a prime", "factor", a_facteur(c, f, combien), 0.6, 0.3,
-                            lente=True)
+                            lente=True, lancements=1)
                for c, f, combien in ((95, 25, 10), (120, 25, 10), (199, 22, 10), (150, 30, 5))]
     return lignes + [
         ligne_contre(o, "2^211 - 1 to 2^260 - 1, their sum", "factor",

@@ -136,9 +136,9 @@ are processor time, user and system, of the whole process unless a note says oth
 wall time in brackets; every tool runs on one thread. A ratio is ours over the peer's, the best one
 of the row where several stand there (the first is the one compared with): smaller is better.
 Answers that go to a file are compared in the same run, and a difference ends it; those that go to
-/dev/null or into a pipe are not read. "Must" and "aim" were set for each row before it was built, as a ratio, or as a limit where a unit stands. Rows
-whose loops have a version for AVX-512 are measured twice, the second time with the build `avx2`,
-which has none: there the must is the same where the peer is gp or factor, and else the peer's time.
+/dev/null or into a pipe are not read. "Must" and "aim" were set for each row before it was built, as
+a ratio, or as a limit where a unit stands. Rows whose loops have a version for AVX-512 are measured
+twice, the second time with the build `avx2`, which has none: there the must is the same where the peer is gp or factor, and else the peer's time.
 """
 
 TABLE = "| work | ours | peer | ratio | must | aim | reached? |\n|---|---|---|---|---|---|---|"

@@ -25,7 +25,8 @@ struct CribleMoyen {
   using Listes = std::array<std::vector<Cribleur>, 64>;
 
   /// Adds the prime p, 5 < p < 2^28, for segments from byte `octet` on; multiples from p * p on, which
-  /// must be below 30 (octet + 2^31). A prime whose first multiple is at or after `octet_fin` is dropped.
+  /// must be below 30 (octet + 2^31). A prime whose first multiple is at or after `octet_fin` is
+  /// dropped.
   void ajouter(std::uint32_t p, std::uint64_t octet, std::uint64_t octet_fin);
 
   /// Crosses off the multiples of all primes added; goes on to the next segment.

@@ -28,8 +28,8 @@ struct CriblePetit {
 
   using Listes = std::array<std::vector<Cribleur>, 8>;
 
-  /// Adds the prime p, 30 < p <= 2^16 (below a slice of the stretch), for stretches from byte `octet` on. Multiples below p * p are
-  /// partly crossed off too: they are composite.
+  /// Adds the prime p, 30 < p <= 2^16 (below a slice of the stretch), for stretches from byte `octet`
+  /// on. Multiples below p * p are partly crossed off too: they are composite.
   void ajouter(std::uint32_t p, std::uint64_t octet);
 
   /// Pre-sieves the stretch that starts at byte `octet` and crosses off the multiples of all primes

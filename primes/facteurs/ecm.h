@@ -124,8 +124,8 @@ struct Produits {
 /// Suyama's curves are good from this parameter on.
 inline constexpr std::uint64_t sigma_minimal = 6;
 
-/// Suyama's curve and point for the parameter sigma >= sigma_minimal of each lane: with u = sigma^2 - 5 and
-/// v = 4 sigma, the point is (u^3 : v^3) and (A + 2) / 4 = (v - u)^3 (3u + v) / (16 u^3 v).
+/// Suyama's curve and point for the parameter sigma >= sigma_minimal of each lane: with
+/// u = sigma^2 - 5 and v = 4 sigma, the point is (u^3 : v^3) and (A + 2) / 4 = (v - u)^3 (3u + v) / (16 u^3 v).
 template <Anneau A>
 Point<A> suyama(const A& a, const std::array<std::uint64_t, A::voies>& sigma, Courbe<A>& courbe) {
   const Produits<A> p{a};

@@ -13,7 +13,8 @@ namespace {
 /// How far from p divided by the golden ratio an r is tried.
 constexpr std::uint32_t rayon = 15;
 
-/// The number of instructions of the chain for p that r begins, or `plafond` if it has as many or leads nowhere.
+/// The number of instructions of the chain for p that r begins, or `plafond` if it has as many or leads
+/// nowhere.
 unsigned longueur_de_chaine(std::uint32_t p, std::uint32_t r, unsigned plafond) {
   std::uint32_t d = p - r;
   std::uint32_t e = 2 * r - p;

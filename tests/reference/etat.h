@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The reference model: the program in its plain form, trial division and all. It is the yardstick
-// that the shipped program is compared with, byte for byte, and is kept simple; it shares no code with the shipped program.
+// that the shipped program is compared with, byte for byte, and is kept simple; it shares no code
+// with the shipped program.
 //
 // This file: every variable that outlives a routine, with its initial value, and the routines.
 #pragma once
